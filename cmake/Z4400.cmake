@@ -1,0 +1,51 @@
+# Shared build settings and helpers for the z4400 libraries.
+
+set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
+add_compile_options(-Wall -Wextra -Wshadow -Wno-missing-field-initializers)
+
+if(Z4400_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# z4400_library(NAME DEPS...): a static library from every *.cc of the folder
+# except its tests (*_test.cc) and the files listed in EXCLUDE.
+function(z4400_library name)
+  cmake_parse_arguments(ARG "" "" "DEPS;EXCLUDE" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cc)
+  list(FILTER sources EXCLUDE REGEX "_test\\.cc$")
+  foreach(excluded IN LISTS ARG_EXCLUDE)
+    list(REMOVE_ITEM sources ${CMAKE_CURRENT_SOURCE_DIR}/${excluded})
+  endforeach()
+  if(NOT sources)
+    set(sources ${CMAKE_SOURCE_DIR}/cmake/empty.cc)
+  endif()
+  add_library(${name} STATIC ${sources})
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${ARG_DEPS})
+endfunction()
+
+# z4400_tests(NAME DEPS...): one GoogleTest program from every *_test.cc of
+# the folder, registered with CTest test by test.
+function(z4400_tests name)
+  if(NOT Z4400_BUILD_TESTS)
+    return()
+  endif()
+  cmake_parse_arguments(ARG "" "" "DEPS;ENVIRONMENT" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*_test.cc)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE ${ARG_DEPS} z4400_testing GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name}
+    DISCOVERY_TIMEOUT 120
+    PROPERTIES ENVIRONMENT
+      "Z4400_SAMPLES_DIR=${Z4400_SAMPLES_DIR};Z4400_OOXML_DIR=${Z4400_OOXML_DIR};Z4400_SOURCE_DIR=${CMAKE_SOURCE_DIR};QT_QPA_PLATFORM=offscreen;${ARG_ENVIRONMENT}")
+endfunction()
+
+if(Z4400_FUZZ)
+  # Coverage instrumentation for every library the fuzz targets link.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

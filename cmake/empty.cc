@@ -1,0 +1,1 @@
+// Intentionally empty: a library whose folder has no sources yet.

@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Installs what z4400conv needs to build (and, with --test, what its test
+# suite, fuzzing and benchmarks need) from Debian's packages.
+set -euo pipefail
+
+packages=(
+  build-essential cmake ninja-build pkg-config
+  qt6-base-dev libpugixml-dev libdeflate-dev zlib1g-dev libzip-dev
+  libcli11-dev nlohmann-json3-dev
+)
+test_packages=(
+  libgtest-dev libgmock-dev libbenchmark-dev libxml2-utils
+  clang libclang-rt-14-dev libxlsxwriter-dev
+  libreoffice-calc-nogui poppler-utils unzip
+)
+
+if [[ "${1:-}" == "--test" ]]; then
+  packages+=("${test_packages[@]}")
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
+    missing+=("$package")
+done
+if ((${#missing[@]} == 0)); then
+  exit 0
+fi
+
+sudo=()
+if [[ $(id -u) -ne 0 ]]; then sudo=(sudo); fi
+"${sudo[@]}" apt-get update -q
+DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"
