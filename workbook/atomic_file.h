@@ -17,7 +17,8 @@ namespace z4400 {
 /// `write` receives the temporary's path, reserved as an empty file, and
 /// must overwrite or replace it and close it before returning. The
 /// temporary's name is unique per process and call, so two programs saving
-/// beside each other do not collide. A replaced target keeps its permissions. The finished temporary is flushed to disk before the rename.
+/// beside each other do not collide. A replaced target keeps its
+/// permissions. The finished temporary is flushed to disk before the rename.
 /// On failure returns false and, when `error` is not null, sets it to a
 /// message for the user; when `write` itself fails, `error` keeps what the
 /// callback may already have put there, or gets a generic message.
