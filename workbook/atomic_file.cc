@@ -68,8 +68,8 @@ bool WriteAtomically(const std::filesystem::path& target,
     temporary = TemporaryName(target, random);
     if (Reserve(temporary, &error_number)) break;
     if (error_number != EEXIST || attempt + 1 == kNameAttempts) {
-      SetError(error, "Cannot create a file in " + folder.string() + ": " +
-                          std::strerror(error_number));
+      SetError(error,
+               "Cannot create a file in " + folder.string() + ": " + std::strerror(error_number));
       return false;
     }
   }
