@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "workbook/deflate.h"
+#include "workbook/zip_member_name.h"
 
 namespace z4400 {
 namespace {
@@ -78,9 +79,9 @@ bool ZipWriter::Write(std::string_view bytes) {
 bool ZipWriter::AddMember(std::string_view name, std::string_view data) {
   if (!ok()) return false;
   if (finished_) return Fail("Cannot add " + std::string(name) + ": the archive is closed");
-  if (name.empty() || name.size() > std::numeric_limits<uint16_t>::max()) {
-    return Fail("Cannot add a member with a name of " + std::to_string(name.size()) +
-                " characters to " + path_.string());
+  if (!IsSafeMemberName(name) || name.size() > std::numeric_limits<uint16_t>::max()) {
+    return Fail("Cannot add a part named \"" + std::string(name.substr(0, 200)) + "\" to " +
+                path_.string());
   }
   if (entries_.size() >= kMaxMembers) {
     return Fail("Too many parts for one file: " + path_.string());

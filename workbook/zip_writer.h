@@ -41,7 +41,8 @@ class ZipWriter {
   bool ok() const { return error_.empty(); }
 
   /// Deflates `data` and appends it as member `name` (a relative path with
-  /// forward slashes, e.g. "xl/worksheets/sheet1.xml"). Returns `ok()`.
+  /// forward slashes, e.g. "xl/worksheets/sheet1.xml"; see
+  /// `IsSafeMemberName`). Returns `ok()`.
   bool AddMember(std::string_view name, std::string_view data);
 
   /// Writes the central directory and closes the file. Returns false when
