@@ -3,6 +3,7 @@
 #include <zip.h>
 
 #include <algorithm>
+#include <system_error>
 #include <unordered_set>
 #include <utility>
 
@@ -12,6 +13,8 @@ namespace z4400 {
 namespace {
 
 std::string LibzipMessage(int code) {
+  // libzip says "File already exists" when the directory lists a name twice.
+  if (code == ZIP_ER_EXISTS) return "two members have the same name";
   zip_error_t error;
   zip_error_init_with_code(&error, code);
   std::string message = zip_error_strerror(&error);
@@ -19,7 +22,10 @@ std::string LibzipMessage(int code) {
   return message;
 }
 
-std::string LibzipMessage(zip_error_t* error) { return zip_error_strerror(error); }
+std::string LibzipMessage(zip_error_t* error) {
+  if (zip_error_code_zip(error) == ZIP_ER_EXISTS) return LibzipMessage(ZIP_ER_EXISTS);
+  return zip_error_strerror(error);
+}
 
 /// Closes a member opened for reading.
 struct MemberCloser {
@@ -38,6 +44,11 @@ ZipReader::~ZipReader() {
 std::unique_ptr<ZipReader> ZipReader::Open(const std::filesystem::path& path, std::string* error,
                                            const ZipLimits& limits) {
   auto reader = std::make_unique<ZipReader>(Key(), std::string(), limits, path.string());
+  std::error_code size_error;
+  if (std::filesystem::file_size(path, size_error) == 0 && !size_error) {
+    *error = "Cannot open " + path.string() + ": the file is empty";
+    return nullptr;
+  }
   int code = 0;
   reader->archive_ = zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &code);
   if (reader->archive_ == nullptr) {
@@ -50,6 +61,11 @@ std::unique_ptr<ZipReader> ZipReader::Open(const std::filesystem::path& path, st
 
 std::unique_ptr<ZipReader> ZipReader::OpenBytes(std::string_view bytes, std::string* error,
                                                 const ZipLimits& limits) {
+  // libzip takes nothing for an empty archive; a workbook never is one.
+  if (bytes.empty()) {
+    *error = "Cannot open the archive: it is empty";
+    return nullptr;
+  }
   // The archive reads from the reader's own copy, which lives as long as it.
   auto reader = std::make_unique<ZipReader>(Key(), std::string(bytes), limits, "the archive");
   zip_error_t zip_error;
