@@ -1,0 +1,160 @@
+#include "source/source_reader.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+#include "source/runtime_failure.h"
+#include "source/text_decoding.h"
+
+namespace z4400 {
+namespace {
+
+std::string LastThree(const std::string& path) {
+  return path.size() <= 3 ? path : path.substr(path.size() - 3);
+}
+
+/// The whole file, or nothing when it cannot be read.
+std::optional<std::string> ReadWholeFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return std::nullopt;
+  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  if (in.bad()) return std::nullopt;
+  return bytes;
+}
+
+}  // namespace
+
+int16_t SourceReader::OpenSource(const std::string& path) {
+  const std::string kind = LastThree(path);
+  if (kind != "xml" && kind != "csv") return OpenSourceBytes(path, {});
+  std::error_code error;
+  const uintmax_t size = std::filesystem::file_size(path, error);
+  if (!error && size > kMaxSourceBytes) {
+    source_kind_ = kind;
+    source_path_ = path;
+    xml_.Load({});
+    grid_.Load({});
+    error_text_ = std::string(kFileTooLargeText);
+    return -1;
+  }
+  const std::optional<std::string> bytes = ReadWholeFile(path);
+  if (!bytes && kind == "csv") {
+    source_kind_ = kind;
+    source_path_ = path;
+    grid_.Load({});
+    error_text_ = std::string(kInvalidFileText);
+    return -1;
+  }
+  return OpenSourceBytes(path, bytes ? *bytes : std::string());
+}
+
+int16_t SourceReader::OpenSourceBytes(const std::string& path, std::string_view bytes) {
+  source_kind_ = LastThree(path);
+  source_path_ = path;
+  int16_t status = 1;
+  if (bytes.size() > kMaxSourceBytes) {
+    error_text_ = std::string(kFileTooLargeText);
+    status = -1;
+  } else if (source_kind_ == "xml") {
+    grid_.Load({});
+    xml_.Load(bytes);
+    status = 0;
+  } else if (source_kind_ == "csv") {
+    xml_.Load({});
+    ++csv_file_number_;
+    if (grid_.Load(DecodeCsvText(bytes))) {
+      status = 0;
+    } else {
+      error_text_ = std::string(kInvalidFileText);
+      status = -1;
+    }
+  }
+  return status;
+}
+
+std::string SourceReader::FileParameter(std::string_view id) const {
+  const pugi::xml_node node = xml_.FileParameter(id);
+  return node ? node.attribute("Value").value() : std::string();
+}
+
+std::string SourceReader::ScreenParameter(std::string_view id, int screen) const {
+  const std::string nb = std::to_string(screen);
+  if (IsXml()) {
+    const pugi::xml_node node = xml_.ScreenParameter(nb, id);
+    return node ? node.attribute("Value").value() : std::string();
+  }
+  const int16_t context = grid_.FindRowWithValue("Context Nb", nb, 0, 0);
+  const int16_t row = grid_.FindRow(id, context, 0);
+  if (row < 0) return std::string();
+  return std::string(grid_.Cell(row, 1));
+}
+
+std::string SourceReader::CsvValue(std::string_view key) const {
+  return std::string(grid_.Value(key));
+}
+
+int16_t SourceReader::CsvFindRow(std::string_view key, int first_row, int last_row) const {
+  return grid_.FindRow(key, first_row, last_row);
+}
+
+int16_t SourceReader::CsvFindRowWithValue(std::string_view key, std::string_view value,
+                                          int first_row, int last_row) const {
+  return grid_.FindRowWithValue(key, value, first_row, last_row);
+}
+
+int16_t SourceReader::CsvFindRowByPrefix(std::string_view prefix, int column, int first_row,
+                                         int last_row) const {
+  return grid_.FindRowByPrefix(prefix, column, first_row, last_row);
+}
+
+int32_t SourceReader::TraceTableCount() const {
+  if (IsXml()) return xml_.TraceTableCount();
+  int32_t count = 0;
+  for (int row = grid_.FindRowWithValue("Point", "0", 1, 0); row >= 0;
+       row = grid_.FindRowWithValue("Point", "0", row + 1, 0)) {
+    ++count;
+  }
+  return count;
+}
+
+int32_t SourceReader::ScreenTraceCount(int screen) {
+  const std::string nb = std::to_string(screen);
+  if (IsXml()) return static_cast<int32_t>(xml_.ScreenTables(nb).size());
+  trace_table_rows_.fill(-1);
+  const int16_t context = grid_.FindRowWithValue("Context Nb", nb, 0, 0);
+  int16_t end = grid_.FindRow("Context Nb", context + 1, 0);
+  if (context > end) end = static_cast<int16_t>(grid_.LastRow() - 1);
+  int previous = context;
+  for (int32_t k = 0;; ++k) {
+    const int16_t row = grid_.FindRow("Trace Nb", previous + 1, end);
+    if (k >= kTraceTableRowSlots) {
+      throw RuntimeFailure("more than 10 trace tables on CSV screen " + nb);
+    }
+    trace_table_rows_[static_cast<size_t>(k)] = row;
+    if (row < 0) return k;
+    previous = row;
+  }
+}
+
+size_t SourceReader::ScreenSlot(int screen) {
+  if (screen < 0 || screen >= kScreenSlots) {
+    throw RuntimeFailure("screen " + std::to_string(screen) + " is outside the screen tables");
+  }
+  return static_cast<size_t>(screen);
+}
+
+const ScreenSummary& SourceReader::Summary(int screen) const {
+  return summaries_[ScreenSlot(screen)];
+}
+
+const DigitalValues& SourceReader::Digital(int screen) const {
+  return digital_[ScreenSlot(screen)];
+}
+
+const VerticalAxis& SourceReader::Vertical(int screen) const {
+  return vertical_[ScreenSlot(screen)];
+}
+
+}  // namespace z4400

@@ -1,0 +1,62 @@
+// The XML measurement document (root `AnalyserData`) and the lookups the
+// readers make in it. Each lookup answers exactly what its XPath query
+// would (first match in document order, attribute texts compared as
+// strings), but from indexes built once per document, so that reading a
+// file costs time in proportion to its size.
+#ifndef Z4400_SOURCE_XML_SOURCE_H_
+#define Z4400_SOURCE_XML_SOURCE_H_
+
+#include <pugixml.hpp>
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace z4400 {
+
+class XmlSource {
+ public:
+  /// Parses a document from `bytes` with pugixml's default options (no
+  /// DOCTYPE, no entity expansion). A document that does not parse is left
+  /// empty, and every lookup then finds nothing.
+  void Load(std::string_view bytes);
+  /// True when the last Load parsed.
+  bool Parsed() const { return parsed_; }
+
+  /// "//AnalyserData": the first such element, or null.
+  pugi::xml_node Root() const { return root_; }
+  /// "//AnalyserData/Parameter[@Id=id]", or null.
+  pugi::xml_node FileParameter(std::string_view id) const;
+  /// "//AnalyserData/Context[@Nb=nb]/Parameter[@Id=id]", or null.
+  pugi::xml_node ScreenParameter(std::string_view nb, std::string_view id) const;
+  /// "//AnalyserData/Context[@Nb=nb]/Marker[@Nb=marker]", or null.
+  pugi::xml_node Marker(std::string_view nb, std::string_view marker) const;
+  /// Number of "//Trace/Table" elements.
+  int TraceTableCount() const { return trace_table_count_; }
+  /// "//Context[@Nb=nb]/Trace/Table" in document order.
+  const std::vector<pugi::xml_node>& ScreenTables(std::string_view nb) const;
+
+  /// For each point 0 .. points − 1 of `table`, the first "Item" child whose
+  /// "Point" attribute is that number written in decimal, or null.
+  static std::vector<pugi::xml_node> PointItems(pugi::xml_node table, int points);
+  /// "Parameter[@Id=id]" under `element`, or null.
+  static pugi::xml_node ChildParameter(pugi::xml_node element, std::string_view id);
+
+ private:
+  using NodeIndex = std::unordered_map<std::string, pugi::xml_node>;
+  void BuildIndexes();
+
+  pugi::xml_document document_;
+  bool parsed_ = false;
+  pugi::xml_node root_;
+  NodeIndex file_parameters_;    // key: Id
+  NodeIndex screen_parameters_;  // key: Nb '\0' Id
+  NodeIndex markers_;            // key: Nb '\0' Nb
+  std::unordered_map<std::string, std::vector<pugi::xml_node>> screen_tables_;  // key: Nb
+  int trace_table_count_ = 0;
+};
+
+}  // namespace z4400
+
+#endif  // Z4400_SOURCE_XML_SOURCE_H_
