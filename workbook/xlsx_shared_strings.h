@@ -17,6 +17,9 @@ class SharedStrings {
   /// The index of `text` in the table, adding it at the end on first use.
   /// Every call counts as one reference from a cell.
   int Add(std::string_view text);
+  /// Counts one more reference to a text already added, for callers that
+  /// remember its index.
+  void CountReference() { ++count_; }
 
   /// Number of references (cells holding text).
   int count() const { return count_; }
