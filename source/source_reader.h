@@ -43,6 +43,11 @@ inline constexpr int kTraceTableRowSlots = 11;
 /// missing CSV cell, a division by zero) throw RuntimeFailure.
 class SourceReader {
  public:
+  SourceReader() = default;
+  // The XML lookups point into the document: a reader stays where it is.
+  SourceReader(const SourceReader&) = delete;
+  SourceReader& operator=(const SourceReader&) = delete;
+
   // ---- Source access --------------------------------------------------
 
   /// Opens the file at `path`. The kind is the last three characters of the
