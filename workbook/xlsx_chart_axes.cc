@@ -1,0 +1,99 @@
+#include "workbook/xlsx_chart_axes.h"
+
+#include "workbook/xl_constants.h"
+#include "workbook/xlsx_chart_shapes.h"
+
+namespace z4400 {
+namespace {
+
+void WriteScaling(XmlWriter& xml, const Axis& axis) {
+  xml.StartTag("c:scaling");
+  if (axis.ScaleType() == kXlScaleLogarithmic) xml.EmptyTag("c:logBase", {{"val", axis.LogBase()}});
+  xml.EmptyTag("c:orientation", {{"val", "minMax"}});
+  if (!axis.MaximumScaleIsAuto()) xml.EmptyTag("c:max", {{"val", axis.MaximumScale()}});
+  if (!axis.MinimumScaleIsAuto()) xml.EmptyTag("c:min", {{"val", axis.MinimumScale()}});
+  xml.EndTag("c:scaling");
+}
+
+void WriteGridlines(XmlWriter& xml, std::string_view element, const GridlinesFormat& gridlines) {
+  const ShapeStyle style = LineStyle(gridlines.Border());
+  if (style.empty()) {
+    xml.EmptyTag(element);
+    return;
+  }
+  xml.StartTag(element);
+  WriteShapeProperties(xml, style);
+  xml.EndTag(element);
+}
+
+void WriteTitle(XmlWriter& xml, std::string_view text, bool vertical) {
+  xml.StartTag("c:title");
+  WriteRichText(xml, text, vertical);
+  xml.EmptyTag("c:layout");
+  xml.EndTag("c:title");
+}
+
+// Where this axis crosses the other one, from the other axis's settings.
+void WriteCrosses(XmlWriter& xml, const Axis& other) {
+  switch (other.Crosses()) {
+    case kXlAxisCrossesCustom:
+      xml.EmptyTag("c:crossesAt", {{"val", other.CrossesAt()}});
+      break;
+    case kXlAxisCrossesMaximum:
+      xml.EmptyTag("c:crosses", {{"val", "max"}});
+      break;
+    case kXlAxisCrossesMinimum:
+      xml.EmptyTag("c:crosses", {{"val", "min"}});
+      break;
+    default:
+      xml.EmptyTag("c:crosses", {{"val", "autoZero"}});
+  }
+}
+
+void WriteValAx(XmlWriter& xml, const Axis& axis, const Axis& other, int32_t id, int32_t cross_id,
+                bool vertical) {
+  xml.StartTag("c:valAx");
+  xml.EmptyTag("c:axId", {{"val", id}});
+  WriteScaling(xml, axis);
+  xml.EmptyTag("c:axPos", {{"val", vertical ? "l" : "b"}});
+  if (axis.HasMajorGridlines()) WriteGridlines(xml, "c:majorGridlines", axis.MajorGridlines());
+  if (axis.HasMinorGridlines()) WriteGridlines(xml, "c:minorGridlines", axis.MinorGridlines());
+  if (axis.HasTitle()) WriteTitle(xml, axis.AxisTitle().Text(), vertical);
+  if (const auto format = axis.TickLabels().NumberFormat()) {
+    xml.EmptyTag("c:numFmt", {{"formatCode", *format}, {"sourceLinked", 0}});
+  } else {
+    xml.EmptyTag("c:numFmt", {{"formatCode", "General"}, {"sourceLinked", 1}});
+  }
+  xml.EmptyTag("c:tickLblPos", {{"val", TickLabelPosition(axis.TickLabelPosition())}});
+  WriteShapeProperties(xml, LineStyle(axis.Border()));
+  xml.EmptyTag("c:crossAx", {{"val", cross_id}});
+  WriteCrosses(xml, other);
+  xml.EmptyTag("c:crossBetween", {{"val", "midCat"}});
+  if (!axis.MajorUnitIsAuto()) xml.EmptyTag("c:majorUnit", {{"val", axis.MajorUnit()}});
+  if (!axis.MinorUnitIsAuto()) xml.EmptyTag("c:minorUnit", {{"val", axis.MinorUnit()}});
+  xml.EndTag("c:valAx");
+}
+
+}  // namespace
+
+std::string_view TickLabelPosition(int32_t position) {
+  switch (position) {
+    case kXlTickLabelPositionHigh:
+      return "high";
+    case kXlTickLabelPositionLow:
+      return "low";
+    case kXlTickLabelPositionNone:
+      return "none";
+    default:
+      return "nextTo";
+  }
+}
+
+void WriteValAxes(XmlWriter& xml, const Chart& chart) {
+  const Axis& x = chart.Axes(kXlCategory);
+  const Axis& y = chart.Axes(kXlValue);
+  WriteValAx(xml, x, y, kXAxisId, kYAxisId, false);
+  WriteValAx(xml, y, x, kYAxisId, kXAxisId, true);
+}
+
+}  // namespace z4400
