@@ -246,7 +246,8 @@ double PointX(const ScreenPlan& plan, int i, int points) {
       !plan.function.empty() && plan.function != "PartialFFT" && plan.function != "Phase-Freq";
   if (time_function) return plan.horiz_position + (plan.stop_time - plan.horiz_position) * i / steps;
   if (plan.function.empty() && plan.sp == 0) return plan.sweep_us / 1000000 * i / steps;
-  return plan.fa + (plan.fb - plan.fa) * i / steps;
+  // Frequencies are written to the millihertz, as the instrument does.
+  return std::round((plan.fa + (plan.fb - plan.fa) * i / steps) * 1000) / 1000;
 }
 
 GeneratedTrace MakeTrace(const ScreenPlan& plan, int trace, int points,
