@@ -5,19 +5,21 @@
 #include <string>
 #include <string_view>
 
-#include "workbook/zip_reader.h"
+#include "workbook/application.h"
+#include "workbook/workbook.h"
+#include "workbook/xlsx_reader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   // Small limits, so that the fuzzer explores refusals instead of running
   // out of memory on what the real limits would still accept.
-  z4400::ZipLimits limits;
-  limits.max_member_size = 4 << 20;
-  limits.max_total_size = 16 << 20;
+  z4400::XlsxReadLimits limits;
+  limits.zip.max_member_size = 4 << 20;
+  limits.zip.max_total_size = 16 << 20;
+  limits.cells.remaining = 1 << 20;
+  z4400::Application application;
+  z4400::Workbook workbook(&application, "Book1");
   std::string error;
-  auto reader = z4400::ZipReader::OpenBytes(bytes, &error, limits);
-  if (!reader) return 0;
-  std::string member;
-  for (const std::string& name : reader->names()) reader->Read(name, &member, &error);
+  z4400::ReadXlsxBytes(bytes, &workbook, &error, limits);
   return 0;
 }
