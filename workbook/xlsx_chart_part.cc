@@ -92,6 +92,10 @@ std::string WriteChartPart(const Chart& chart) {
   WritePlotArea(xml, chart);
   WriteLegend(xml, chart);
   xml.EmptyTag("c:plotVisOnly", {{"val", 1}});
+  // Empty cells leave a gap. The spreadsheet takes that for granted, other
+  // readers draw a line to zero without it, and the converter's series
+  // always end on one empty row.
+  xml.EmptyTag("c:dispBlanksAs", {{"val", "gap"}});
   xml.EndTag("c:chart");
   WriteShapeProperties(xml, AreaStyle(chart.ChartArea().Interior(), chart.ChartArea().Border()));
   WritePrintSettings(xml);

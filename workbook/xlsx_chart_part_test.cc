@@ -215,6 +215,7 @@ TEST_F(ChartPartTest, AxesTitleAndLegend) {
   chart_->SetHasLegend(false);
   chart_->SetHasTitle(false);
   EXPECT_FALSE(Select("//c:legend"));
+  EXPECT_STREQ(Select("//c:chart/c:dispBlanksAs").attribute("val").value(), "gap");
   // One series and no title: the series name must not turn into a title.
   EXPECT_EQ(Select("//c:autoTitleDeleted").attribute("val").as_int(), 1);
 }

@@ -259,6 +259,9 @@ std::vector<std::string> Normalize(const std::string& name, const std::string& x
       continue;  // theme part, its content type and relationship
     }
     if (line == "<color theme=\"1\"/>" || line == "<scheme val=\"minor\"/>") continue;
+    // Gaps for empty cells: the spreadsheet's default, written out for
+    // readers whose default differs.
+    if (line == "<c:dispBlanksAs val=\"gap\"/>") continue;
     line = std::regex_replace(line, kAxisId, "$1\"ID\"");
     if (line.starts_with("<c:pageMargins") || line.starts_with("<pageMargins")) line = "<margins>";
     if (name.ends_with(".rels")) line = std::regex_replace(line, kRelationshipId, "");
