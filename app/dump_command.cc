@@ -9,6 +9,7 @@
 #include "app/commands.h"
 #include "source/runtime_failure.h"
 #include "source/source_reader.h"
+#include "source/whole_source.h"
 
 namespace z4400 {
 namespace {
@@ -100,88 +101,48 @@ ordered_json ToJson(const MarkersInfo& info) {
           {"Markers", std::move(markers)}};
 }
 
-/// Reads one screen in the driver's order. Returns false (with `error`) when
-/// the screen configuration is not accepted.
-bool DumpScreen(SourceReader& reader, int screen, ScreenInfo& info, int16_t& log_x_in_use,
-                ordered_json& out, std::string& error) {
-  if (reader.ReadScreenConfig(screen, info) != 0) {
-    error = reader.ErrorText().empty()
-                ? "Unknown digital measurement function \"" +
-                      reader.Digital(screen).MeasurementFunction + "\" on screen " +
-                      std::to_string(screen + 1) + "."
-                : reader.ErrorText();
-    return false;
-  }
-  const XAxisKind kind = reader.SetTimeAxis(info, screen);
-  const MarkersInfo markers = reader.ReadMarkers(screen);
-  const XScaleSettings settings;  // default settings, spreadsheet version 16
-  const XAxisScale scale = reader.SetXScaleType(screen, info, settings, log_x_in_use);
-  const int32_t trace_count = reader.ScreenTraceCount(screen);
-
-  ordered_json x = ordered_json::array();
+ordered_json ToJson(const SourceReader& reader, int screen, const ScreenRead& read) {
   ordered_json traces = ordered_json::array();
-  if (trace_count > 0) {
-    x = reader.XAxisData(screen).Values;
-    for (int32_t t = 0; t < trace_count; ++t) {
-      const TraceData trace = reader.ReadTraceY(screen, t);
-      traces.push_back(
-          {{"Unit", trace.Unit}, {"ScreenUnit", trace.ScreenUnit}, {"Values", trace.Values}});
-    }
+  for (const TraceData& trace : read.Traces) {
+    traces.push_back(
+        {{"Unit", trace.Unit}, {"ScreenUnit", trace.ScreenUnit}, {"Values", trace.Values}});
   }
-  out = {{"ScreenInfo", ToJson(info)},
-         {"Summary", ToJson(reader.Summary(screen))},
-         {"DigitalValues", ToJson(reader.Digital(screen))},
-         {"VerticalUnit", reader.Vertical(screen).VerticalUnit},
-         {"VerticalFactor", reader.Vertical(screen).VerticalFactor},
-         {"TimeAxisTable", ToJson(reader.TimeAxis(screen))},
-         {"XAxisKind", {{"IsTime", kind.IsTime}, {"LevelUnit", kind.LevelUnit}}},
-         {"XAxisScale", ToJson(scale)},
-         {"TraceCount", trace_count},
-         {"X", std::move(x)},
-         {"Traces", std::move(traces)},
-         {"MarkersInfo", ToJson(markers)}};
-  // Without the log-X option a logarithmic screen does not hand its flag on.
-  if (!settings.LogXOption && scale.LogX != 0) log_x_in_use = 0;
-  return true;
+  return {{"ScreenInfo", ToJson(read.Info)},
+          {"Summary", ToJson(reader.Summary(screen))},
+          {"DigitalValues", ToJson(reader.Digital(screen))},
+          {"VerticalUnit", reader.Vertical(screen).VerticalUnit},
+          {"VerticalFactor", reader.Vertical(screen).VerticalFactor},
+          {"TimeAxisTable", ToJson(reader.TimeAxis(screen))},
+          {"XAxisKind", {{"IsTime", read.Kind.IsTime}, {"LevelUnit", read.Kind.LevelUnit}}},
+          {"XAxisScale", ToJson(read.Scale)},
+          {"TraceCount", read.TraceCount},
+          {"X", read.X.Values},
+          {"Traces", std::move(traces)},
+          {"MarkersInfo", ToJson(read.Markers)}};
 }
 
 }  // namespace
 
 int RunDump(const std::string& path) {
   SourceReader reader;
-  std::string error;
-  ordered_json document;
+  WholeSource whole;
   try {
-    const int16_t opened = reader.OpenSource(path);
-    if (opened != 0) {
-      error = opened == 1 ? "Not an instrument file (the name must end in xml or csv)."
-                          : reader.ErrorText();
-    } else {
-      GeneralInfo info;
-      if (reader.ReadGeneralInfo(info) != 0) {
-        error = reader.ErrorText();
-      } else {
-        document["GeneralInfo"] = ToJson(info);
-        ordered_json screens = ordered_json::array();
-        ScreenInfo screen_info;
-        int16_t log_x_in_use = 0;
-        for (int32_t screen = 0; screen < info.ContextCount && error.empty(); ++screen) {
-          ordered_json screen_json;
-          if (DumpScreen(reader, screen, screen_info, log_x_in_use, screen_json, error)) {
-            screens.push_back(std::move(screen_json));
-          }
-        }
-        document["Screens"] = std::move(screens);
-      }
-    }
+    whole = ReadWholeSource(reader, path);  // default settings, spreadsheet version 16
   } catch (const RuntimeFailure& failure) {
-    error = std::string("Run-time failure: ") + failure.what();
+    whole.Error = std::string("Run-time failure: ") + failure.what();
   }
-  if (!error.empty()) {
-    std::cerr << error << "\n";
+  if (!whole.Error.empty()) {
+    std::cerr << whole.Error << "\n";
     return 1;
   }
+  ordered_json screens = ordered_json::array();
+  for (size_t s = 0; s < whole.Screens.size(); ++s) {
+    screens.push_back(ToJson(reader, static_cast<int>(s), whole.Screens[s]));
+  }
+  const ordered_json document = {{"GeneralInfo", ToJson(whole.Info)},
+                                 {"Screens", std::move(screens)}};
   std::cout << document.dump(2, ' ', false, ordered_json::error_handler_t::replace) << "\n";
+  std::cout.flush();
   return std::cout.good() ? 0 : 1;
 }
 
