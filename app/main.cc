@@ -8,6 +8,11 @@
 int main(int argc, char** argv) {
   CLI::App cli{"Z4400 Converter: turns Z4400 instrument files (.xml, .csv) into workbooks."};
   cli.set_version_flag("--version", std::string("z4400conv ") + Z4400_VERSION);
+  cli.footer(
+      "Batch exit status: 0 every file converted; 1 a conversion failed (its message on\n"
+      "stderr, later files not converted); 2 wrong usage; 3 stopped without an error (an\n"
+      "output workbook exists and --overwrite was not given, or no output name could be\n"
+      "formed), later files not converted.");
 
   std::optional<std::string> dump_path;
   bool batch = false;
