@@ -54,7 +54,8 @@ std::optional<CellArea> ParseCellAddress(std::string_view address) {
   CellArea area;
   if (first_cell && last_cell) {
     area = {first->row, first->column, last->row, last->column};
-  } else if (first->row == 0 && last->row == 0) {  // whole columns "D:F" or "D"
+  } else if (first->row == 0 && last->row == 0) {  // whole columns "D:F"
+    if (colon == std::string_view::npos) return std::nullopt;
     area = {1, first->column, kMaxRows, last->column};
   } else if (first->column == 0 && last->column == 0) {  // whole rows "3:5"
     if (colon == std::string_view::npos) return std::nullopt;

@@ -27,7 +27,7 @@ struct CellArea {
 };
 
 /// The area named by `address`: one cell ("B7"), two corners ("A5:A105",
-/// either order), whole columns ("D:F", "D") or whole rows ("3:5"); "$"
+/// either order), whole columns ("D:F", "A:A") or whole rows ("3:5"); "$"
 /// markers are allowed. Nothing for any other text or a cell beyond the
 /// worksheet's limits.
 std::optional<CellArea> ParseCellAddress(std::string_view address);
