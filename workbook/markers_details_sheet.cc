@@ -19,8 +19,8 @@ constexpr std::string_view kPositionFormat = "0.#########";
 constexpr std::string_view kScaledLevelFormat = "0.000";
 constexpr std::string_view kLevelFormat = "0.00";
 constexpr int kListedMarkers = 10;
-constexpr std::array<std::string_view, 6> kColumnHeaders = {
-    "Marker", "Trace", "Position", "Unit", "Level", "Unit"};
+constexpr std::array<std::string_view, 6> kColumnHeaders = {"Marker", "Trace", "Position",
+                                                            "Unit",   "Level", "Unit"};
 
 struct LevelCell {
   EngValue value;
@@ -75,8 +75,8 @@ std::vector<int32_t> CandidatesOf(const MarkersInfo& markers) {
 
 MarkerAxes MarkerAxesOf(const XAxisKind& kind, const DigitalValues& digital) {
   const std::string& function = digital.MeasurementFunction;
-  const bool digital_time = digital.DigitalMode == "ON" && function != "Phase-Freq" &&
-                            function != "PartialFFT";
+  const bool digital_time =
+      digital.DigitalMode == "ON" && function != "Phase-Freq" && function != "PartialFFT";
   return MarkerAxes{kind.IsTime != 0 || digital_time, kind.LevelUnit};
 }
 

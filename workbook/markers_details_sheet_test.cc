@@ -150,8 +150,7 @@ TEST(MarkersDetailsSheetTest, UnitsOfPositionsAndLevels) {
     WriteMarkerList(sheet, 9, 10, info, c.axes, 0);
     EXPECT_NEAR(At(sheet, "L11").Number(), c.shown_x, 1e-9 * std::abs(c.shown_x)) << c.name;
     EXPECT_EQ(At(sheet, "M11"), CellValue(c.x_unit)) << c.name;
-    EXPECT_NEAR(At(sheet, "N11").Number(), c.shown_level, 1e-9 * std::abs(c.shown_level))
-        << c.name;
+    EXPECT_NEAR(At(sheet, "N11").Number(), c.shown_level, 1e-9 * std::abs(c.shown_level)) << c.name;
     EXPECT_EQ(sheet.Range("N11").NumberFormat(), c.level_format) << c.name;
     EXPECT_EQ(At(sheet, "O11"), CellValue(c.level_unit)) << c.name;
   }
@@ -191,9 +190,12 @@ TEST(MarkersDetailsSheetTest, CandidatesAxesAndTraceNames) {
       const char* function;
       bool time_x;
     } kCases[] = {
-        {0, "", "", false},         {-1, "", "", true},
-        {0, "ON", "IQ-Time", true}, {0, "ON", "Freq-Time", true},
-        {0, "ON", "PartialFFT", false}, {0, "ON", "Phase-Freq", false},
+        {0, "", "", false},
+        {-1, "", "", true},
+        {0, "ON", "IQ-Time", true},
+        {0, "ON", "Freq-Time", true},
+        {0, "ON", "PartialFFT", false},
+        {0, "ON", "Phase-Freq", false},
         {0, "OFF", "IQ-Time", false},
     };
     for (const auto& c : kCases) {
@@ -209,8 +211,7 @@ TEST(MarkersDetailsSheetTest, CandidatesAxesAndTraceNames) {
     ExcelApp excel = StartWithResultSheets();
     excel.application()->ActiveWorkbook().Worksheets()("Markers Details").Delete();
     MarkerListRows rows;
-    EXPECT_THROW(WriteMarkersDetails(excel, FourMarkers(), kSpectrumDbm, 0, rows),
-                 RuntimeFailure);
+    EXPECT_THROW(WriteMarkersDetails(excel, FourMarkers(), kSpectrumDbm, 0, rows), RuntimeFailure);
   }
 }
 

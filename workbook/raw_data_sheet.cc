@@ -70,11 +70,16 @@ RawScreenTables RawTablesOf(const SourceReader& source, const ScreenUnitTable& u
 
 std::string TraceLetter(int32_t trace) {
   switch (trace) {
-    case 1: return "B";
-    case 2: return "C";
-    case 3: return "M";
-    case 4: return "O";
-    default: return "A";
+    case 1:
+      return "B";
+    case 2:
+      return "C";
+    case 3:
+      return "M";
+    case 4:
+      return "O";
+    default:
+      return "A";
   }
 }
 
@@ -86,9 +91,9 @@ void WriteRawDataBlock(Worksheet& sheet, const RawBlock& block, const RawScreenT
                        const RawDataSettings& settings, RawDataState& state) {
   ScreenUnitSlot(block.Screen);
   const int32_t n = block.PointCount;
-  ReportCursor cursor{RawBlockRow(n, block.Screen),
-                      Checked16((static_cast<int64_t>(block.ColumnIndex) + 1) * 4 + 5,
-                                "raw data column")};
+  ReportCursor cursor{
+      RawBlockRow(n, block.Screen),
+      Checked16((static_cast<int64_t>(block.ColumnIndex) + 1) * 4 + 5, "raw data column")};
   const bool is_x = cursor.column == 5;
 
   const std::string unit_text(block.UnitText);
@@ -146,7 +151,8 @@ void WriteRawDataBlock(Worksheet& sheet, const RawBlock& block, const RawScreenT
     }
   }
 
-  const int end_column = cursor.column + (is_x && scale.LogX != 0 && settings.LogXInUse != 0 ? 2 : 1);
+  const int end_column =
+      cursor.column + (is_x && scale.LogX != 0 && settings.LogXInUse != 0 ? 2 : 1);
   sheet.Range(sheet.Cells(cursor.row, cursor.column), sheet.Cells(cursor.row + n, end_column))
       .SetValue(buffer);
 }
@@ -164,8 +170,8 @@ void WriteRawXData(const ExcelApp& excel, int32_t screen, const XAxisValues& x_d
     unit_text = tables.units.TimeUnit;
     value_text = tables.units.TimeUnit;
   }
-  const RawBlock block{screen, -1, x_data.Indexes, x_data.Values, point_count, unit_text,
-                       value_text};
+  const RawBlock block{screen,      -1,        x_data.Indexes, x_data.Values,
+                       point_count, unit_text, value_text};
   WriteRawDataBlock(sheet, block, tables, settings, state);
 }
 
@@ -173,10 +179,9 @@ void WriteRawTraceData(const ExcelApp& excel, int32_t screen, int32_t trace,
                        const TraceData& trace_data, int32_t point_count,
                        const RawScreenTables& tables, const RawDataSettings& settings,
                        RawDataState& state) {
-  const std::string& unit_text = tables.digital.DigitalMode == "ON"
-                                     ? tables.units.VerticalUnit
-                                     : tables.vertical.VerticalUnit;
-  const RawBlock block{screen,    trace,          trace_data.Values, trace_data.Copy,
+  const std::string& unit_text =
+      tables.digital.DigitalMode == "ON" ? tables.units.VerticalUnit : tables.vertical.VerticalUnit;
+  const RawBlock block{screen,      trace,     trace_data.Values,          trace_data.Copy,
                        point_count, unit_text, TrimBlanks(trace_data.Unit)};
   WriteRawDataBlock(ActiveWorksheet(excel), block, tables, settings, state);
 }

@@ -37,11 +37,11 @@ struct RawDataState {
 
 /// The tables of one screen that the writer reads, looked up by the caller.
 struct RawScreenTables {
-  const DigitalValues& digital;     ///< digital mode text and function
-  const VerticalAxis& vertical;     ///< spectrum screens: VerticalFactor
-  const TimeAxisEntry& time_axis;   ///< zero span: IsTime and Factor
-  const ScreenUnits& units;         ///< units of the configuration block
-  XAxisScale& scale;                ///< the screen's X axis record; AxisMin may move
+  const DigitalValues& digital;    ///< digital mode text and function
+  const VerticalAxis& vertical;    ///< spectrum screens: VerticalFactor
+  const TimeAxisEntry& time_axis;  ///< zero span: IsTime and Factor
+  const ScreenUnits& units;        ///< units of the configuration block
+  XAxisScale& scale;               ///< the screen's X axis record; AxisMin may move
 };
 
 /// The tables of screen `screen` from the source reader, the unit records

@@ -61,8 +61,8 @@ TEST(RawDataSheetTest, BlockRowsAndColumnsFor401Points) {
   for (int i = 0; i < kPoints; ++i) levels[static_cast<size_t>(i)] = -80 + 0.1 * i;
   RawDataState state;
   for (const int32_t screen : {0, 1}) {
-    WriteRawDataBlock(raw, RawBlock{screen, -1, index, x, kPoints, "GHz", "GHz"}, tables.View(),
-                      {}, state);
+    WriteRawDataBlock(raw, RawBlock{screen, -1, index, x, kPoints, "GHz", "GHz"}, tables.View(), {},
+                      state);
     for (const int32_t trace : {0, 1}) {
       WriteRawDataBlock(raw, RawBlock{screen, trace, levels, levels, kPoints, "dBm", "dBm"},
                         tables.View(), {}, state);
@@ -113,7 +113,7 @@ TEST(RawDataSheetTest, FactorsByKindOfScreen) {
     bool zero_span;
     double factor;  // the factor the configuration block settled
     bool x_group;
-    double first, second;            // one input point
+    double first, second;              // one input point
     double shown_first, shown_second;  // what the sheet must show
   } kCases[] = {
       // Spectrum X: hertz ÷ hertz per display unit.
@@ -172,8 +172,8 @@ TEST(RawDataSheetTest, LogXAxisColumnAndFirstRow) {
     bool log_x_option;
     int16_t log_x_in_use;
     double threshold;
-    bool moves;        // AxisMin and LogXFirstRow set
-    int first_k;       // the first point at or above the threshold
+    bool moves;         // AxisMin and LogXFirstRow set
+    int first_k;        // the first point at or above the threshold
     bool third_column;  // column G written
   } kCases[] = {
       {"negative start, option on", -1, true, 0, 1000, true, 2, false},
@@ -233,9 +233,9 @@ TEST(RawDataSheetTest, BadBlocksFail) {
   {
     // One more fails at point 1002.
     const std::vector<double> v = Indexes(1003);
-    EXPECT_THROW(WriteRawDataBlock(raw, RawBlock{0, 0, v, v, 1003, "dBm", "dBm"}, tables.View(),
-                                   {}, state),
-                 RuntimeFailure);
+    EXPECT_THROW(
+        WriteRawDataBlock(raw, RawBlock{0, 0, v, v, 1003, "dBm", "dBm"}, tables.View(), {}, state),
+        RuntimeFailure);
   }
   const std::vector<double> v = Indexes(5);
   // Screens have three slots.

@@ -54,17 +54,16 @@ std::unique_ptr<Converted> Convert(const std::filesystem::path& path) {
     for (const std::string_view sheet : {kReportSheet, kRawDataSheet}) {
       ActivateWorksheet(c->excel, sheet);
       c->status[static_cast<size_t>(s)] =
-          WriteScreenConfig(c->excel, static_cast<int16_t>(s), info, c->reader.Digital(s),
-                            c->units, c->time_axis[static_cast<size_t>(s)]);
+          WriteScreenConfig(c->excel, static_cast<int16_t>(s), info, c->reader.Digital(s), c->units,
+                            c->time_axis[static_cast<size_t>(s)]);
     }
     XScaleSettings x_settings;
     x_settings.FrequencyFactor = c->units[static_cast<size_t>(s)].XFactor;
     c->scales[static_cast<size_t>(s)] =
         c->reader.SetXScaleType(s, info, x_settings, settings.LogXInUse);
-    const RawScreenTables tables{c->reader.Digital(s), c->reader.Vertical(s),
-                                 c->time_axis[static_cast<size_t>(s)],
-                                 c->units[static_cast<size_t>(s)],
-                                 c->scales[static_cast<size_t>(s)]};
+    const RawScreenTables tables{
+        c->reader.Digital(s), c->reader.Vertical(s), c->time_axis[static_cast<size_t>(s)],
+        c->units[static_cast<size_t>(s)], c->scales[static_cast<size_t>(s)]};
     const int32_t traces = c->reader.ScreenTraceCount(s);
     RawDataState state;
     if (traces > 0) {
@@ -167,8 +166,7 @@ TEST(ReportSamplesTest, ThreeScreensMixed) {
   // Screen 3: digital Freq-Time, levels in kHz.
   ExpectRow(report, 2, "Scale", 25, "kHz/div");
   EXPECT_EQ(c->units[2].VerticalUnit, "kHz");
-  EXPECT_EQ(report.Cells(RowOf(report, 2, "Meas. Function"), 2).Value(),
-            CellValue("Freq-Time"));
+  EXPECT_EQ(report.Cells(RowOf(report, 2, "Meas. Function"), 2).Value(), CellValue("Freq-Time"));
   ExpectRow(report, 2, "Stop time", 577, "usec");
 
   // Blocks on "Raw Data" start at rows 9, 516 and 1023.
@@ -182,8 +180,8 @@ TEST(ReportSamplesTest, ThreeScreensMixed) {
   EXPECT_NEAR(raw.Cells(519 + points - 1, 6).Value().Number(), 4.615, 1e-9);
   // Freq-Time: X in usec, up to the stop time; the second table is trace B.
   EXPECT_EQ(raw.Cells(1025, 5).Value(), CellValue("X raw usec"));
-  EXPECT_NEAR(raw.Cells(1026 + points - 1, 6).Value().Number(),
-              c->reader.Digital(2).StopTime, 1e-9);
+  EXPECT_NEAR(raw.Cells(1026 + points - 1, 6).Value().Number(), c->reader.Digital(2).StopTime,
+              1e-9);
   EXPECT_EQ(raw.Cells(1025, 13).Value(), CellValue("Y(B) raw kHz"));
   // Its levels (Hz) are shown in kHz in the first column.
   const double level_hz = raw.Cells(1026, 14).Value().Number();
@@ -248,8 +246,7 @@ TEST(ReportSamplesTest, DigitalFunctions) {
   EXPECT_NEAR(raw.Cells(12, 9).Value().Number(), volts * 1000, 1e-9);
   // PartialFFT X from the start to the stop frequency, in GHz.
   const ScreenSummary& fft = c->reader.Summary(2);
-  EXPECT_NEAR(raw.Cells((points + 6) * 2 + 12, 6).Value().Number(), fft.StartFrequency / 1e9,
-              1e-9);
+  EXPECT_NEAR(raw.Cells((points + 6) * 2 + 12, 6).Value().Number(), fft.StartFrequency / 1e9, 1e-9);
   // IQ markers: positions in usec, levels in mV.
   Worksheet& details = SheetOf(c->excel, kMarkersDetailsSheet);
   EXPECT_EQ(details.Range("D5").Value(), CellValue("usec"));

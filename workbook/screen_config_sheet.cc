@@ -52,7 +52,8 @@ void WriteDigitalRows(Worksheet& sheet, ReportCursor& cursor, const ScreenInfo& 
           IsFrequencyFunction(function) ? MakeEngHz(digital.CaptureBandwidth)
                                         : MakeEngSec(digital.HorizontalScale / kMicroseconds));
   EngLine(sheet, cursor, "Start time", MakeEngSec(digital.HorizontalPosition / kMicroseconds));
-  const EngValue stop = EngLine(sheet, cursor, "Stop time", MakeEngSec(digital.StopTime / kMicroseconds));
+  const EngValue stop =
+      EngLine(sheet, cursor, "Stop time", MakeEngSec(digital.StopTime / kMicroseconds));
   units.TimeUnit = stop.Unit;
   units.TimeFactor = TimeFactorOf(stop.Unit);
   EngLine(sheet, cursor, "Capture time", MakeEngSec(digital.CaptureTime / kMicroseconds));
