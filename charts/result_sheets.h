@@ -7,17 +7,14 @@
 #include <string>
 
 #include "workbook/cell_range.h"
+#include "workbook/general_info_sheet.h"
+#include "workbook/markers_details_sheet.h"
 
 namespace z4400 {
 
 class Application;
 class Sheet;
 class Worksheet;
-
-/// Names of the result sheets, in workbook order.
-inline constexpr char kReportSheet[] = "Report";
-inline constexpr char kRawDataSheet[] = "Raw Data";
-inline constexpr char kMarkersDetailsSheet[] = "Markers Details";
 
 /// Status bar text while the sheets are made.
 inline constexpr char kCreatingSheetsStatus[] = "Creating/formatting the various result sheets";

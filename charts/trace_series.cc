@@ -6,16 +6,11 @@
 #include "charts/result_sheets.h"
 #include "source/runtime_failure.h"
 #include "workbook/application.h"
+#include "workbook/raw_data_sheet.h"
 #include "workbook/xl_constants.h"
 
 namespace z4400 {
 namespace {
-
-/// Traces are lettered by position in their screen.
-std::string LetterOf(int32_t trace_index) {
-  static constexpr const char* kLetters[] = {"A", "B", "C", "M", "O"};
-  return trace_index >= 0 && trace_index < 5 ? kLetters[trace_index] : "A";
-}
 
 /// Highest level-unit code of the dB units ("dBm" … "dBpW").
 constexpr int32_t kLastDbUnitCode = 4;
@@ -62,7 +57,7 @@ void AddTraceSeries(Application& application, const ScreenInfo& screen, int32_t 
                     const ChartSettings& settings, ChartFeedback& feedback) {
   Workbook& workbook = application.ActiveWorkbook();
   Worksheet& raw_data = workbook.Worksheets()(kRawDataSheet);
-  const std::string letter = LetterOf(trace_index);
+  const std::string letter = TraceLetter(trace_index);
   const int32_t color = TraceColor(settings, letter);
 
   int32_t column = TraceBlockColumn(trace_index);
