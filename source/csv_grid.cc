@@ -69,6 +69,7 @@ std::string_view Trim(std::string_view text) {
 bool CsvGrid::Load(std::string text) {
   text_ = std::move(text);
   rows_.clear();
+  rows_by_key_.clear();
   last_row_ = -1;
   column_count_ = 0;
 
@@ -111,6 +112,10 @@ bool CsvGrid::Load(std::string text) {
   }
   last_row_ = static_cast<int16_t>(static_cast<int>(lines.size()) - 1);
   column_count_ = dimensioned ? static_cast<int>(largest) + 1 : 0;
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    const std::string_view line = rows_[i];
+    rows_by_key_[line.substr(0, line.find(','))].push_back(static_cast<int16_t>(i));
+  }
   return true;
 }
 
@@ -149,10 +154,12 @@ bool CsvGrid::ClampRange(int& first_row, int& last_row) const {
 
 int16_t CsvGrid::FindRow(std::string_view key, int first_row, int last_row) const {
   if (!ClampRange(first_row, last_row)) return -1;
-  for (int row = first_row; row <= last_row; ++row) {
-    if (FirstCell(row) == key) return static_cast<int16_t>(row);
-  }
-  return -1;
+  if (column_count_ == 0) throw RuntimeFailure("the CSV grid has no cells");
+  const auto found = rows_by_key_.find(key);
+  if (found == rows_by_key_.end()) return -1;
+  const std::vector<int16_t>& rows = found->second;
+  const auto row = std::lower_bound(rows.begin(), rows.end(), first_row);
+  return row != rows.end() && *row <= last_row ? *row : -1;
 }
 
 int16_t CsvGrid::FindRowWithValue(std::string_view key, std::string_view value, int first_row,

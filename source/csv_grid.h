@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace z4400 {
@@ -17,6 +18,11 @@ namespace z4400 {
 /// always a spare empty column.
 class CsvGrid {
  public:
+  CsvGrid() = default;
+  // The rows point into the grid's own text.
+  CsvGrid(const CsvGrid&) = delete;
+  CsvGrid& operator=(const CsvGrid&) = delete;
+
   /// Splits `text` (already decoded to UTF-8) into lines and cells the way
   /// the instrument's export has always been read: lines end at CR, CR LF or
   /// LF. Returns false when the text is not a grid (empty, every line a
@@ -58,6 +64,9 @@ class CsvGrid {
   std::string_view FirstCell(int row) const;
 
   std::string text_;
+  /// Rows by their column-0 text, in row order: the row searches look a key
+  /// up here instead of scanning every row.
+  std::unordered_map<std::string_view, std::vector<int16_t>> rows_by_key_;
   /// One line per row (a row past the stored lines is empty); cells are
   /// found by scanning for commas, so a wide line costs no memory per cell.
   std::vector<std::string_view> rows_;
