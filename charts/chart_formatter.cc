@@ -71,6 +71,14 @@ void FormatXScale(Axis& axis, const Worksheet& raw_data, const GeneralInfo& gene
 
 }  // namespace
 
+ChartAxisUnits ChartAxisUnitsOf(const ScreenInfo& screen, const DigitalValues& digital,
+                                const ScreenUnits& units, const TimeAxisEntry& zero_span,
+                                const VerticalAxis& vertical) {
+  if (digital.DigitalMode == "ON") return {units.TimeUnit, units.VerticalUnit};
+  if (screen.Span == 0 && zero_span.IsTime != 0) return {zero_span.Unit, vertical.VerticalUnit};
+  return {units.XUnit, vertical.VerticalUnit};
+}
+
 int32_t ReportBlockRow(int32_t screen_index) { return screen_index * kReportBlockRows + 9; }
 
 std::string YAxisTitle(int32_t level_unit_code, const std::string& vertical_unit) {

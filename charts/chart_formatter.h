@@ -11,6 +11,7 @@
 #include "charts/chart_settings.h"
 #include "source/records.h"
 #include "source/screen_tables.h"
+#include "workbook/screen_units.h"
 
 namespace z4400 {
 
@@ -38,6 +39,15 @@ struct ChartAxisUnits {
   std::string x_unit;
   std::string vertical_unit;
 };
+
+/// The units of a screen's axes as "Raw Data" and the configuration block
+/// show them: X in the time unit of a digital screen, the sweep time's unit
+/// of a zero-span screen (`zero_span`, its time-axis entry) or the X unit of
+/// a spectrum screen; vertically the unit of a digital screen's "Scale" row,
+/// or the spectrum screen's vertical unit (`vertical`).
+ChartAxisUnits ChartAxisUnitsOf(const ScreenInfo& screen, const DigitalValues& digital,
+                                const ScreenUnits& units, const TimeAxisEntry& zero_span,
+                                const VerticalAxis& vertical);
 
 /// "Freq (" for level-unit code 7, "Degree (" for 8 and 12, "Volts (" for
 /// 10, "Level (" for any other, then `vertical_unit` and ")".

@@ -31,6 +31,32 @@ TEST(ChartFormatterTest, TitlesFollowTheUnitCodeAndTheSpan) {
   EXPECT_EQ(ChartTitleText(2), "Screen 3 Traces");
 }
 
+TEST(ChartFormatterTest, AxisUnitsAreThoseOfTheRawDataAndTheBlock) {
+  ScreenUnits units;
+  units.TimeUnit = "usec";
+  units.XUnit = "GHz";
+  units.VerticalUnit = "kHz";
+  VerticalAxis vertical{"mV", 1000};
+  TimeAxisEntry zero_span;
+  zero_span.IsTime = -1;
+  zero_span.Unit = "msec";
+  DigitalValues digital;
+  digital.DigitalMode = "ON";
+  ScreenInfo screen;
+  screen.Span = 0;
+  const ChartAxisUnits digital_units =
+      ChartAxisUnitsOf(screen, digital, units, zero_span, vertical);
+  EXPECT_EQ(digital_units.x_unit, "usec");
+  EXPECT_EQ(digital_units.vertical_unit, "kHz");
+  digital.DigitalMode = "OFF";
+  const ChartAxisUnits time_units = ChartAxisUnitsOf(screen, digital, units, zero_span, vertical);
+  EXPECT_EQ(time_units.x_unit, "msec");
+  EXPECT_EQ(time_units.vertical_unit, "mV");
+  screen.Span = 1e6;
+  zero_span.IsTime = 0;
+  EXPECT_EQ(ChartAxisUnitsOf(screen, digital, units, zero_span, vertical).x_unit, "GHz");
+}
+
 TEST(ChartFormatterTest, LogarithmicAxisOnlyForPositivePlottedValues) {
   XAxisScale scale;
   scale.LogX = -1;
