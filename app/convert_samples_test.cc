@@ -214,15 +214,18 @@ TEST_F(ConvertSamplesTest, ResultSheetsAndRawDataLayout) {
     Worksheet& report = c.cells->Worksheets()("Report");
     Worksheet& details = c.cells->Worksheets()("Markers Details");
 
-    // Column settings: all of them went to "Raw Data"; the charted screens
+    // The result sheets' column settings all went to "Raw Data"; the charted screens
     // widen D and every trace block, narrow H and the block separators.
     size_t most_traces = 0;
     for (const SampleScreen& screen : c.sample.screens) {
       most_traces = std::max(most_traces, screen.traces.size());
     }
-    for (const int column : {1, 2, 3, 5, 6}) {
+    // The general information then fixes A at 18 on both sheets and fits B.
+    for (const int column : {3, 5, 6}) {
       EXPECT_DOUBLE_EQ(raw.ColumnWidthAt(column), 10) << "Raw Data column " << column;
     }
+    EXPECT_DOUBLE_EQ(raw.ColumnWidthAt(1), 18);
+    EXPECT_DOUBLE_EQ(report.ColumnWidthAt(1), 18);
     EXPECT_DOUBLE_EQ(raw.ColumnWidthAt(4), most_traces > 0 ? 12 : 10);
     if (most_traces > 0) {
       EXPECT_DOUBLE_EQ(raw.ColumnWidthAt(8), 1);
