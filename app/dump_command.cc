@@ -2,9 +2,8 @@
 // conversion does (general information, then per screen its configuration,
 // time axis, markers, X scale, X values and traces), and prints what was
 // read as one JSON document. Needs neither a display nor a workbook.
-#include <nlohmann/json.hpp>
-
 #include <iostream>
+#include <nlohmann/json.hpp>
 
 #include "app/commands.h"
 #include "source/runtime_failure.h"
@@ -17,11 +16,16 @@ namespace {
 using nlohmann::ordered_json;
 
 ordered_json ToJson(const GeneralInfo& info) {
-  return {{"SourcePath", info.SourcePath},     {"Model", info.Model},
-          {"Date", info.Date},                 {"Title", info.Title},
-          {"ContextCount", info.ContextCount}, {"TraceTableCount", info.TraceTableCount},
-          {"TracePoints", info.TracePoints},   {"FixedA", info.FixedA},
-          {"FixedB", info.FixedB},             {"FixedC", info.FixedC}};
+  return {{"SourcePath", info.SourcePath},
+          {"Model", info.Model},
+          {"Date", info.Date},
+          {"Title", info.Title},
+          {"ContextCount", info.ContextCount},
+          {"TraceTableCount", info.TraceTableCount},
+          {"TracePoints", info.TracePoints},
+          {"FixedA", info.FixedA},
+          {"FixedB", info.FixedB},
+          {"FixedC", info.FixedC}};
 }
 
 ordered_json ToJson(const ScreenInfo& info) {
@@ -68,14 +72,20 @@ ordered_json ToJson(const DigitalValues& digital) {
 }
 
 ordered_json ToJson(const TimeAxisEntry& entry) {
-  return {{"Start", entry.Start}, {"Stop", entry.Stop},       {"Unit", entry.Unit},
-          {"Factor", entry.Factor}, {"IsTime", entry.IsTime}};
+  return {{"Start", entry.Start},
+          {"Stop", entry.Stop},
+          {"Unit", entry.Unit},
+          {"Factor", entry.Factor},
+          {"IsTime", entry.IsTime}};
 }
 
 ordered_json ToJson(const XAxisScale& scale) {
-  return {{"AxisMax", scale.AxisMax},   {"AxisMin", scale.AxisMin},
-          {"DataMax", scale.DataMax},   {"DataMin", scale.DataMin},
-          {"StartNegative", scale.StartNegative}, {"LogX", scale.LogX}};
+  return {{"AxisMax", scale.AxisMax},
+          {"AxisMin", scale.AxisMin},
+          {"DataMax", scale.DataMax},
+          {"DataMin", scale.DataMin},
+          {"StartNegative", scale.StartNegative},
+          {"LogX", scale.LogX}};
 }
 
 ordered_json ToJson(const MarkerRecord& marker) {

@@ -25,9 +25,9 @@ std::string BenchmarkFile(const std::string& kind) {
   options.screens = {z4400::ScreenKind::kSpectrum, z4400::ScreenKind::kZeroSpan,
                      z4400::ScreenKind::kFreqTime};
   const z4400::GeneratedFile file = z4400::GenerateInstrumentFile(options);
-  const std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                     ("z4400-bench-read-" + std::to_string(::getpid()) + "." +
-                                      kind);
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() /
+      ("z4400-bench-read-" + std::to_string(::getpid()) + "." + kind);
   std::ofstream(path, std::ios::binary)
       << (kind == "xml" ? z4400::InstrumentXml(file) : z4400::InstrumentCsv(file));
   return path.string();
@@ -39,8 +39,7 @@ void ReadWholeFile(benchmark::State& state, const std::string& kind) {
   for (auto _ : state) {
     z4400::SourceReader reader;
     const z4400::WholeSource whole = z4400::ReadWholeSource(reader, path);
-    if (!whole.Error.empty() || whole.Screens.size() != 3 ||
-        whole.Screens[2].Traces.size() != 5) {
+    if (!whole.Error.empty() || whole.Screens.size() != 3 || whole.Screens[2].Traces.size() != 5) {
       state.SkipWithError(("the file did not read: " + whole.Error).c_str());
       break;
     }

@@ -58,7 +58,10 @@ for target in "${targets[@]}"; do
       seed "$corpus" "../shared/ooxml/excel-made/*.xlsx" "/work/shared/ooxml/excel-made/*.xlsx"
       ;;
   esac
+  options=()
+  dictionary=fuzz/${target#fuzz_}.dict
+  [[ -f $dictionary ]] && options+=(-dict="$dictionary")
   echo "== $target for $share s"
-  "$build_dir/fuzz/$target" "$corpus" -max_total_time="$share" -max_len=65536 -timeout=10 \
-    -rss_limit_mb=2048 -artifact_prefix="$findings/$target-" -print_final_stats=1
+  "$build_dir/fuzz/$target" "$corpus" "${options[@]}" -max_total_time="$share" -max_len=65536 \
+    -timeout=10 -rss_limit_mb=2048 -artifact_prefix="$findings/$target-" -print_final_stats=1
 done

@@ -92,27 +92,22 @@ TEST(BadInputTest, EachEndsInItsOutcome) {
       {"huge point count", "a.xml", XmlText(XmlParameters({{"TP", "2000000000"}})),
        "Not MQD Data."},
       {"huge CSV point count", "a.csv",
-       CsvText({"MODEL,Z4510", "DAY 1,YEAR 1,MONTH 1", "TP,2000000000", "x,y"}),
-       "Not MQD Data."},
-      {"huge screen count", "a.xml", XmlText(XmlParameters({{"NBCTXT", "999999"}})),
-       "failure: …"},
+       CsvText({"MODEL,Z4510", "DAY 1,YEAR 1,MONTH 1", "TP,2000000000", "x,y"}), "Not MQD Data."},
+      {"huge screen count", "a.xml", XmlText(XmlParameters({{"NBCTXT", "999999"}})), "failure: …"},
       {"points beyond the CSV traces", "a.csv",
        CsvText({"MODEL,Z4510", "DAY 1,YEAR 1,MONTH 1", "NBCTXT,1", "TP,32767", "Context Nb,0",
                 "Trace Nb,1", "UNIT,,,dBm", "Point,0,1,2", "end,1"}),
        "failure: …"},
       {"absurd numbers", "a.xml",
        XmlText(XmlParameters({{"NBCTXT", "1"}, {"TP", "3"}}) + "<Context Nb=\"0\">" +
-               XmlParameters({{"SP", "1e308"}, {"FA", "-1e308"}, {"FB", "1e308"},
-                              {"VS", "LOG"}}) +
+               XmlParameters({{"SP", "1e308"}, {"FA", "-1e308"}, {"FB", "1e308"}, {"VS", "LOG"}}) +
                "<Trace><Table/></Trace></Context>"),
        "failure: …"},
       {"negative point count", "a.xml",
        XmlText(XmlParameters({{"NBCTXT", "1"}, {"TP", "-5"}}) +
                "<Context Nb=\"0\"><Trace><Table/></Trace></Context>"),
        "ok"},
-      {"deep nesting", "a.xml",
-       XmlText(Repeat("<a>", 20000) + Repeat("</a>", 20000)),
-       "ok"},
+      {"deep nesting", "a.xml", XmlText(Repeat("<a>", 20000) + Repeat("</a>", 20000)), "ok"},
   };
   for (const Case& c : cases) {
     const std::string outcome = ReadAll(c.name, c.bytes);

@@ -54,8 +54,7 @@ class CsvGrid {
 
   /// As FindRow, but a row matches when its cell in `column` begins with
   /// `prefix`.
-  int16_t FindRowByPrefix(std::string_view prefix, int column, int first_row,
-                          int last_row) const;
+  int16_t FindRowByPrefix(std::string_view prefix, int column, int first_row, int last_row) const;
 
  private:
   /// Clamps a search range as every row search does; false when it is empty.

@@ -16,8 +16,8 @@ std::string Join(const std::vector<std::string>& lines, const std::string& eol) 
   return text;
 }
 
-const std::vector<std::string> kLines = {"MODEL,Z4510", "TITLE,t", "DAY 30,YEAR 2021,MONTH 06",
-                                         "NBCTXT,1",    "TP,3",    "Context Nb,0",
+const std::vector<std::string> kLines = {"MODEL,Z4510", "TITLE,t",    "DAY 30,YEAR 2021,MONTH 06",
+                                         "NBCTXT,1",    "TP,3",       "Context Nb,0",
                                          "CF,100",      "Point,0,1,2"};
 
 TEST(CsvGridTest, LineEndsAllGiveTheSameRows) {
@@ -56,8 +56,8 @@ TEST(CsvGridTest, ShortFilesAreJoinedAndBareLineFeedsSplit) {
 
 TEST(CsvGridTest, TextsThatAreNotGridsFail) {
   CsvGrid grid;
-  EXPECT_FALSE(grid.Load(""));                     // reading past the end
-  EXPECT_FALSE(grid.Load("MODEL\r\nTP\r\nX\r\n"));  // every line a single field
+  EXPECT_FALSE(grid.Load(""));                                // reading past the end
+  EXPECT_FALSE(grid.Load("MODEL\r\nTP\r\nX\r\n"));            // every line a single field
   EXPECT_FALSE(grid.Load(std::string(40000, '\n') + "a,b"));  // more than 32768 lines
   EXPECT_EQ(grid.LastRow(), -1);
   // Empty lines only: nothing to copy, nothing found, but not an error.

@@ -28,11 +28,11 @@ TEST(ModelClassTest, OnlyTheSevenModelsAreAccepted) {
 }
 
 TEST(GeneralInfoTest, XmlAndCsvFillTheSameRecord) {
-  const std::string xml = XmlText(XmlParameters({{"TITLE", "Test title"}, {"NBCTXT", "2"},
-                                                 {"TP", "401"}}) +
-                                  "<Context Nb=\"0\"><Trace><Table/></Trace></Context>\n"
-                                  "<Context Nb=\"1\"><Trace><Table/></Trace>"
-                                  "<Trace><Table/></Trace></Context>\n");
+  const std::string xml =
+      XmlText(XmlParameters({{"TITLE", "Test title"}, {"NBCTXT", "2"}, {"TP", "401"}}) +
+              "<Context Nb=\"0\"><Trace><Table/></Trace></Context>\n"
+              "<Context Nb=\"1\"><Trace><Table/></Trace>"
+              "<Trace><Table/></Trace></Context>\n");
   auto from_xml = OpenText("/data/meas.xml", xml);
   GeneralInfo info;
   ASSERT_EQ(from_xml->ReadGeneralInfo(info), 0);
@@ -50,8 +50,8 @@ TEST(GeneralInfoTest, XmlAndCsvFillTheSameRecord) {
 
   testing::Rows rows = CsvHeader("Z4510", 1, 3);
   rows.insert(rows.end(), {"Context Nb,0", "Trace Nb,1", "TRACE,A", "UNIT,,,dBm", "Point,0,1,2",
-                           "Point,1,1,2", "Point,2,1,2", "Trace Nb,2", "UNIT,,,dBm",
-                           "Point,0,1,2", "Point,1,1,2", "Point,2,1,2"});
+                           "Point,1,1,2", "Point,2,1,2", "Trace Nb,2", "UNIT,,,dBm", "Point,0,1,2",
+                           "Point,1,1,2", "Point,2,1,2"});
   auto from_csv = OpenText("/data/meas.csv", CsvText(rows));
   GeneralInfo csv_info;
   ASSERT_EQ(from_csv->ReadGeneralInfo(csv_info), 0);
@@ -82,8 +82,8 @@ TEST(GeneralInfoTest, RejectedAndUnreadableFiles) {
       {"CSV model with a blank", "a.csv", CsvText(CsvHeader("Z4510 ")), "Not MQD data."},
       {"CSV without a DAY row", "a.csv", CsvText(no_day), "Not MQD Data."},
       {"CSV with the DAY row last", "a.csv", CsvText(day_last), "Not MQD Data."},
-      {"XML without Year", "a.xml",
-       "<AnalyserData Model=\"Z4420\" Month=\"1\" Day=\"2\"/>", "Not MQD Data."},
+      {"XML without Year", "a.xml", "<AnalyserData Model=\"Z4420\" Month=\"1\" Day=\"2\"/>",
+       "Not MQD Data."},
       {"XML without Model", "a.xml", "<AnalyserData Year=\"1\" Month=\"1\" Day=\"2\"/>",
        "Not MQD Data."},
       {"XML without AnalyserData", "a.xml", "<Other Model=\"Z4420\"/>", "Not MQD Data."},
@@ -92,8 +92,8 @@ TEST(GeneralInfoTest, RejectedAndUnreadableFiles) {
       {"TP of two thousand million", "a.xml", XmlText(XmlParameters({{"TP", "2000000000"}})),
        "Not MQD Data."},
       {"TP beyond 32 bits", "a.xml", XmlText(XmlParameters({{"TP", "3e9"}})), "Not MQD Data."},
-      {"NBCTXT too large for a double", "a.xml",
-       XmlText(XmlParameters({{"NBCTXT", "1e999"}})), "Not MQD Data."},
+      {"NBCTXT too large for a double", "a.xml", XmlText(XmlParameters({{"NBCTXT", "1e999"}})),
+       "Not MQD Data."},
   };
   for (const Case& c : cases) {
     auto reader = OpenText(c.name, c.text);

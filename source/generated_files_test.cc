@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -59,9 +58,8 @@ void CheckReadsBack(const GeneratedFile& file, const std::string& name, const st
         ASSERT_EQ(read.Values[i], expected) << "trace " << t << " point " << i;
       }
     }
-    EXPECT_EQ(markers.MarkerCount,
-              static_cast<int>(want.markers.size()) -
-                  (ParameterValue(want.parameters, "MKRDLT") == "ON" ? 1 : 0));
+    EXPECT_EQ(markers.MarkerCount, static_cast<int>(want.markers.size()) -
+                                       (ParameterValue(want.parameters, "MKRDLT") == "ON" ? 1 : 0));
     const bool time_function = ParameterValue(want.parameters, "DGT_EXE") == "ON" &&
                                want.kind != ScreenKind::kPartialFft &&
                                want.kind != ScreenKind::kPhaseFreq;
@@ -132,8 +130,8 @@ TEST(GeneratedFilesTest, ExamplesAreTheGeneratorsOutput) {
     GeneratorOptions options;
     bool lf;
   };
-  auto options = [](uint64_t seed, const char* model, const char* title, int points,
-                    int markers, std::vector<ScreenKind> screens) {
+  auto options = [](uint64_t seed, const char* model, const char* title, int points, int markers,
+                    std::vector<ScreenKind> screens) {
     GeneratorOptions o;
     o.seed = seed;
     o.model = model;
@@ -174,8 +172,8 @@ TEST(GeneratedFilesTest, ExamplesAreTheGeneratorsOutput) {
     const bool xml = path.extension() == ".xml";
     const std::string expected = xml ? InstrumentXml(file) : InstrumentCsv(file, example.lf);
     const std::string actual = bytes.str();
-    const auto mismatch = std::mismatch(actual.begin(), actual.end(), expected.begin(),
-                                        expected.end());
+    const auto mismatch =
+        std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
     EXPECT_TRUE(actual == expected)
         << example.name << " differs from the generator's output at byte "
         << (mismatch.first - actual.begin()) << " (sizes " << actual.size() << " and "

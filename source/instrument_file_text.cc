@@ -11,11 +11,20 @@ std::string Escape(std::string_view text) {
   std::string out;
   for (const char c : text) {
     switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      default: out.push_back(c);
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      default:
+        out.push_back(c);
     }
   }
   return out;
@@ -32,8 +41,8 @@ void AppendParameter(std::string& out, std::string_view indent, std::string_view
 std::string InstrumentXml(const GeneratedFile& file) {
   std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
   out += "<AnalyserData Model=\"" + Escape(file.model) + "\" SerialNumber=\"" +
-         Escape(file.serial) + "\" Year=\"" + file.year + "\" Month=\"" + file.month +
-         "\" Day=\"" + file.day + "\" Hour=\"" + file.time.substr(0, 2) + "\" Minute=\"" +
+         Escape(file.serial) + "\" Year=\"" + file.year + "\" Month=\"" + file.month + "\" Day=\"" +
+         file.day + "\" Hour=\"" + file.time.substr(0, 2) + "\" Minute=\"" +
          file.time.substr(3, 2) + "\" Second=\"" + file.time.substr(6, 2) + "\">\n";
   AppendParameter(out, "  ", "TITLE", file.title);
   AppendParameter(out, "  ", "NBCTXT", std::to_string(file.screens.size()));

@@ -49,10 +49,10 @@ class Random {
 /// How a screen's levels look and are written.
 struct LevelShape {
   std::string unit;
-  int decimals = 2;      ///< digits after the point in the file
-  double floor = -70;    ///< noise floor
-  double noise = 2;      ///< noise amplitude
-  double peak = 50;      ///< height of the peaks above the floor
+  int decimals = 2;    ///< digits after the point in the file
+  double floor = -70;  ///< noise floor
+  double noise = 2;    ///< noise amplitude
+  double peak = 50;    ///< height of the peaks above the floor
 };
 
 /// The settings of one screen before they are written as parameters.
@@ -86,17 +86,19 @@ std::string Fixed(int64_t mantissa, int decimals) {
 
 ScreenPlan PlanScreen(ScreenKind kind, Random& random) {
   ScreenPlan plan;
-  static constexpr std::array<std::pair<double, double>, 5> kBands = {{
-      {2400000000, 100000000}, {98000000, 20000000}, {5800000000, 200000000},
-      {900000000, 50000000}, {1842500000, 75000000}}};
+  static constexpr std::array<std::pair<double, double>, 5> kBands = {{{2400000000, 100000000},
+                                                                       {98000000, 20000000},
+                                                                       {5800000000, 200000000},
+                                                                       {900000000, 50000000},
+                                                                       {1842500000, 75000000}}};
   const auto& band = kBands[static_cast<size_t>(random.Between(0, kBands.size() - 1))];
   plan.cf = band.first;
   plan.sp = band.second;
   plan.sweep_us = static_cast<double>(random.Between(1, 50) * 1000);
   switch (kind) {
     case ScreenKind::kSpectrum: {
-      static constexpr std::array<std::pair<std::string_view, double>, 5> kUnits = {{
-          {"dBm", 0}, {"dBmV", 60}, {"dBuV", 100}, {"dBpW", 90}, {"dBuVemf", 110}}};
+      static constexpr std::array<std::pair<std::string_view, double>, 5> kUnits = {
+          {{"dBm", 0}, {"dBmV", 60}, {"dBuV", 100}, {"dBpW", 90}, {"dBuVemf", 110}}};
       const auto& unit = kUnits[static_cast<size_t>(random.Between(0, kUnits.size() - 1))];
       plan.aunits = unit.first;
       plan.rl = unit.second;
@@ -226,14 +228,13 @@ Parameters ScreenParameters(const ScreenPlan& plan) {
       {"DGT_EXE", plan.function.empty() ? "OFF" : "ON"},
   };
   if (!plan.function.empty()) {
-    parameters.insert(parameters.end(),
-                      {{"DGT_MEASFUNCTION", plan.function},
-                       {"DGT_HORIZPOSITION", PlainDecimal(plan.horiz_position)},
-                       {"DGT_STOPTIME", PlainDecimal(plan.stop_time)},
-                       {"DGT_HORIZSCALE", PlainDecimal(plan.horiz_scale)},
-                       {"DGT_CAPTTIME", PlainDecimal(plan.capture_time)},
-                       {"DGT_CAPTBW", PlainDecimal(plan.capture_bw)},
-                       {plan.vert_scale_id, PlainDecimal(plan.vert_scale)}});
+    parameters.insert(parameters.end(), {{"DGT_MEASFUNCTION", plan.function},
+                                         {"DGT_HORIZPOSITION", PlainDecimal(plan.horiz_position)},
+                                         {"DGT_STOPTIME", PlainDecimal(plan.stop_time)},
+                                         {"DGT_HORIZSCALE", PlainDecimal(plan.horiz_scale)},
+                                         {"DGT_CAPTTIME", PlainDecimal(plan.capture_time)},
+                                         {"DGT_CAPTBW", PlainDecimal(plan.capture_bw)},
+                                         {plan.vert_scale_id, PlainDecimal(plan.vert_scale)}});
   }
   return parameters;
 }
@@ -244,7 +245,8 @@ double PointX(const ScreenPlan& plan, int i, int points) {
   const double steps = points > 1 ? points - 1 : 1;
   const bool time_function =
       !plan.function.empty() && plan.function != "PartialFFT" && plan.function != "Phase-Freq";
-  if (time_function) return plan.horiz_position + (plan.stop_time - plan.horiz_position) * i / steps;
+  if (time_function)
+    return plan.horiz_position + (plan.stop_time - plan.horiz_position) * i / steps;
   if (plan.function.empty() && plan.sp == 0) return plan.sweep_us / 1000000 * i / steps;
   // Frequencies are written to the millihertz, as the instrument does.
   return std::round((plan.fa + (plan.fb - plan.fa) * i / steps) * 1000) / 1000;
@@ -264,8 +266,8 @@ GeneratedTrace MakeTrace(const ScreenPlan& plan, int trace, int points,
       const double d = (i - peaks[k]) / width;
       level += plan.shape.peak / static_cast<double>(k + 1) * std::exp(-d * d);
     }
-    const double noise = (static_cast<double>(random.Between(-1000, 1000)) / 1000.0) *
-                         plan.shape.noise;
+    const double noise =
+        (static_cast<double>(random.Between(-1000, 1000)) / 1000.0) * plan.shape.noise;
     const auto mantissa = static_cast<int64_t>(std::llround((level + noise) * scale));
     out.levels.push_back(Fixed(mantissa, plan.shape.decimals));
     out.values.push_back(static_cast<double>(mantissa) / scale);
@@ -276,8 +278,7 @@ GeneratedTrace MakeTrace(const ScreenPlan& plan, int trace, int points,
 }
 
 std::vector<GeneratedMarker> MakeMarkers(const ScreenPlan& plan, const GeneratedScreen& screen,
-                                         const std::vector<int>& indexes, bool delta,
-                                         int points) {
+                                         const std::vector<int>& indexes, bool delta, int points) {
   std::vector<GeneratedMarker> markers;
   const int traces = std::min<int>(3, static_cast<int>(screen.traces.size()));
   const int count = static_cast<int>(indexes.size());
@@ -288,9 +289,9 @@ std::vector<GeneratedMarker> MakeMarkers(const ScreenPlan& plan, const Generated
     std::string shown = trace.levels[static_cast<size_t>(index)];
     if (delta && m != count - 1) {
       const double scale = std::pow(10.0, plan.shape.decimals);
-      const double difference =
-          trace.values[static_cast<size_t>(index)] -
-          screen.traces[static_cast<size_t>((count - 1) % traces)].values[static_cast<size_t>(reference)];
+      const double difference = trace.values[static_cast<size_t>(index)] -
+                                screen.traces[static_cast<size_t>((count - 1) % traces)]
+                                    .values[static_cast<size_t>(reference)];
       shown = Fixed(std::llround(difference * scale), plan.shape.decimals);
     }
     markers.push_back({m + 1,
@@ -343,8 +344,8 @@ std::string ParameterValue(const Parameters& parameters, std::string_view id) {
 
 GeneratedFile GenerateInstrumentFile(const GeneratorOptions& options) {
   static constexpr std::array<std::string_view, 6> kTitles = {
-      "ISM band scan",         "FM broadcast levels",    "Cable TV channel check",
-      "Burst timing",          "Conducted emission sweep", "Demodulation views"};
+      "ISM band scan", "FM broadcast levels",      "Cable TV channel check",
+      "Burst timing",  "Conducted emission sweep", "Demodulation views"};
   Random random(options.seed);
   GeneratedFile file;
   file.model = options.model;
@@ -357,9 +358,10 @@ GeneratedFile GenerateInstrumentFile(const GeneratorOptions& options) {
   auto two = [](int64_t v) { return (v < 10 ? "0" : "") + std::to_string(v); };
   file.time = two(random.Between(0, 23)) + ":" + two(random.Between(0, 59)) + ":" +
               two(random.Between(0, 59));
-  file.title = !options.title.empty()
-                   ? options.title
-                   : std::string(kTitles[static_cast<size_t>(random.Between(0, kTitles.size() - 1))]);
+  file.title =
+      !options.title.empty()
+          ? options.title
+          : std::string(kTitles[static_cast<size_t>(random.Between(0, kTitles.size() - 1))]);
   file.points = options.points;
   const int points = std::max(0, options.points);
   const int traces = std::max(0, options.traces);
@@ -390,10 +392,9 @@ GeneratedFile GenerateInstrumentFile(const GeneratorOptions& options) {
     const int marker_count = screen.traces.empty() ? 0 : std::min<int>(wanted, peaks.size());
     const std::vector<int> marker_indexes(peaks.begin(), peaks.begin() + marker_count);
     screen.markers = MakeMarkers(plan, screen, marker_indexes, options.delta, points);
-    const std::string selected =
-        marker_count > 0 && random.Between(0, 1) == 1
-            ? std::to_string(random.Between(1, marker_count))
-            : "Ref";
+    const std::string selected = marker_count > 0 && random.Between(0, 1) == 1
+                                     ? std::to_string(random.Between(1, marker_count))
+                                     : "Ref";
     screen.parameters.insert(screen.parameters.end(),
                              {{"MKRNBON", std::to_string(marker_count)},
                               {"MKRDLT", options.delta && marker_count > 0 ? "ON" : "OFF"},

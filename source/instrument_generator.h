@@ -16,13 +16,13 @@ namespace z4400 {
 
 /// What a generated screen shows.
 enum class ScreenKind {
-  kSpectrum,           ///< frequency axis, dB level unit, log scale
-  kZeroSpan,           ///< time axis of the sweep
-  kLogX,               ///< "HS" LOG from 9 kHz
-  kLogXNegative,       ///< "HS" LOG with a start frequency below 0
-  kLinearWatts,        ///< "Watts", linear scale
-  kLinearVolts,        ///< "Volts" at 75 ohms, linear scale
-  kFreqTime,           ///< digital functions from here on
+  kSpectrum,      ///< frequency axis, dB level unit, log scale
+  kZeroSpan,      ///< time axis of the sweep
+  kLogX,          ///< "HS" LOG from 9 kHz
+  kLogXNegative,  ///< "HS" LOG with a start frequency below 0
+  kLinearWatts,   ///< "Watts", linear scale
+  kLinearVolts,   ///< "Volts" at 75 ohms, linear scale
+  kFreqTime,      ///< digital functions from here on
   kPhaseTime,
   kPowerTime,
   kIqTime,
@@ -40,10 +40,10 @@ std::vector<ScreenKind> AllScreenKinds();
 struct GeneratorOptions {
   uint64_t seed = 1;
   std::string model = "Z4420";
-  std::string title;  ///< empty: made up from the seed
-  int points = 401;   ///< points per trace
-  int traces = 2;     ///< traces per screen (the CSV layout allows 10)
-  int markers = 3;    ///< markers per screen, 0 to 10
+  std::string title;   ///< empty: made up from the seed
+  int points = 401;    ///< points per trace
+  int traces = 2;      ///< traces per screen (the CSV layout allows 10)
+  int markers = 3;     ///< markers per screen, 0 to 10
   bool delta = false;  ///< delta markers: the last marker on is the reference
   std::vector<ScreenKind> screens = {ScreenKind::kSpectrum};
   /// Points left out of the first trace of every screen (XML only: a CSV

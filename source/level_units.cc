@@ -46,8 +46,8 @@ ConvertedLevel LevelConverter::ConvertLevel(double value, std::string_view from_
 
 ConvertedLevel LevelConverter::ToDbm(double value, std::string_view unit) const {
   if (const auto db = IntoDbmOffset(unit)) {
-    if (At75Ohms()) return {value - (db->offset + db->extra_at_75_ohms + impedance_correction_),
-                            value};
+    if (At75Ohms())
+      return {value - (db->offset + db->extra_at_75_ohms + impedance_correction_), value};
     return {value - db->offset, value};
   }
   if (unit == "Volts") {
@@ -69,8 +69,8 @@ double LevelConverter::FromDbm(double value, std::string_view unit) const {
     return value + db->offset;
   }
   if (unit == "Volts") {
-    const double exponent = At75Ohms() ? (value + impedance_correction_) / 20 - 0.562469
-                                       : value / 20 - 0.6505149;
+    const double exponent =
+        At75Ohms() ? (value + impedance_correction_) / 20 - 0.562469 : value / 20 - 0.6505149;
     return CheckedFinite(std::pow(10.0, exponent), "a level in volts");
   }
   if (unit == "Watts") {

@@ -33,7 +33,7 @@ TEST(LevelConverterTest, ConvertsThroughDbm) {
       {75, -10, "dBm", "dBmV", 38.75},
       {50, 0, "dBm", "dB\uFF75V", 107},
       {75, 0, "dBm", "dB\uFF75Vemf", 114.75},
-      {50, 5, "dBm", "dBuV", 0},     // out of dBm the micro unit is spelt with ｵ
+      {50, 5, "dBm", "dBuV", 0},  // out of dBm the micro unit is spelt with ｵ
       {50, 5, "dBm", "dBuVemf", 0},
       {50, 5, "dB\uFF75V", "dBm", 0},  // and into dBm with u
       {50, 5, "dBm", "furlongs", 0},

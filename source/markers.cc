@@ -10,7 +10,7 @@ namespace z4400 {
 namespace {
 
 /// The marker parameters, in the order a CSV marker block is read.
-constexpr std::array<std::string_view, 6> kMarkerIds = {"MKRON",   "MKRPOSY",    "MKRPOSX",
+constexpr std::array<std::string_view, 6> kMarkerIds = {"MKRON",    "MKRPOSY",    "MKRPOSX",
                                                         "MKRINDEX", "MKRPOSYGUI", "MKRTRACE"};
 
 /// A slot with no marker. The trace name is kept from whatever the slot

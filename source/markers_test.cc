@@ -13,8 +13,12 @@ using testing::XmlText;
 
 std::string XmlMarker(int number, const char* trace, const char* x) {
   return "<Marker Nb=\"" + std::to_string(number) + "\">" +
-         XmlParameters({{"MKRON", "ON"}, {"MKRTRACE", trace}, {"MKRINDEX", "2.5"},
-                        {"MKRPOSX", x}, {"MKRPOSY", "-8.5"}, {"MKRPOSYGUI", "1.25"}}) +
+         XmlParameters({{"MKRON", "ON"},
+                        {"MKRTRACE", trace},
+                        {"MKRINDEX", "2.5"},
+                        {"MKRPOSX", x},
+                        {"MKRPOSY", "-8.5"},
+                        {"MKRPOSYGUI", "1.25"}}) +
          "</Marker>";
 }
 
@@ -28,16 +32,17 @@ TEST(MarkersTest, HeaderFields) {
     int16_t fixed_marker;
   };
   const Case cases[] = {
-      {"3", "ON", "Ref", "ON", 2, 2, 0, -1},  {"3", "OFF", "4", "OFF", 1, 3, 4, 0},
-      {"0", "ON", "ref", "on", 0, -1, 0, 0},  {"", "", "", "", 0, 0, 0, 0},
+      {"3", "ON", "Ref", "ON", 2, 2, 0, -1},    {"3", "OFF", "4", "OFF", 1, 3, 4, 0},
+      {"0", "ON", "ref", "on", 0, -1, 0, 0},    {"", "", "", "", 0, 0, 0, 0},
       {"2.5", "OFF", "2.5", "OFF", 1, 2, 2, 0},
   };
   for (const Case& c : cases) {
-    auto reader = OpenText(
-        "a.xml", XmlText("<Context Nb=\"0\">" +
-                         XmlParameters({{"MKRNBON", c.on}, {"MKRDLT", c.delta},
-                                        {"MKRSEL", c.selected}, {"MKRFIX", c.fixed}}) +
-                         "</Context>"));
+    auto reader = OpenText("a.xml", XmlText("<Context Nb=\"0\">" +
+                                            XmlParameters({{"MKRNBON", c.on},
+                                                           {"MKRDLT", c.delta},
+                                                           {"MKRSEL", c.selected},
+                                                           {"MKRFIX", c.fixed}}) +
+                                            "</Context>"));
     const MarkersInfo info = reader->ReadMarkers(0);
     EXPECT_EQ(info.DeltaMode, c.delta_mode) << c.on << " " << c.delta;
     EXPECT_EQ(info.MarkerCount, c.count) << c.on << " " << c.delta;
@@ -79,24 +84,23 @@ TEST(MarkersTest, XmlRecords) {
 
 TEST(MarkersTest, DigitalTimeFunctionsHoldMicroseconds) {
   for (const char* function : {"Power-Time", "IQ-Time", "PartialFFT", "Phase-Freq"}) {
-    const std::string body = XmlParameters({{"TP", "3"}}) + "<Context Nb=\"0\">" +
-                             XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", function},
-                                            {"VS", "LOG"}}) +
-                             XmlMarker(1, "A", "1500") + "</Context>";
+    const std::string body =
+        XmlParameters({{"TP", "3"}}) + "<Context Nb=\"0\">" +
+        XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", function}, {"VS", "LOG"}}) +
+        XmlMarker(1, "A", "1500") + "</Context>";
     auto reader = OpenText("a.xml", XmlText(body));
     ScreenInfo screen;
     ASSERT_EQ(reader->ReadScreenConfig(0, screen), 0);
-    const bool frequency = std::string(function) == "PartialFFT" ||
-                           std::string(function) == "Phase-Freq";
-    EXPECT_DOUBLE_EQ(reader->ReadMarkers(0).Markers[0].PosX, frequency ? 1500 : 0.0015)
-        << function;
+    const bool frequency =
+        std::string(function) == "PartialFFT" || std::string(function) == "Phase-Freq";
+    EXPECT_DOUBLE_EQ(reader->ReadMarkers(0).Markers[0].PosX, frequency ? 1500 : 0.0015) << function;
   }
 }
 
 TEST(MarkersTest, BlankSlotsKeepTheirTraceName) {
   SourceReader reader;
-  ASSERT_EQ(reader.OpenSourceBytes("a.xml", XmlText("<Context Nb=\"0\">" +
-                                                    XmlMarker(1, "B", "1") + "</Context>")),
+  ASSERT_EQ(reader.OpenSourceBytes(
+                "a.xml", XmlText("<Context Nb=\"0\">" + XmlMarker(1, "B", "1") + "</Context>")),
             0);
   EXPECT_EQ(reader.ReadMarkers(0).Markers[0].TraceName, "B");
   // The next file has no marker 1: the slot is blank but keeps the name.
@@ -108,14 +112,18 @@ TEST(MarkersTest, BlankSlotsKeepTheirTraceName) {
 }
 
 testing::Rows CsvMarker(int number, const char* trace) {
-  return {"Marker Nb," + std::to_string(number), "MKRON,ON", std::string("MKRTRACE,") + trace,
-          "MKRINDEX,7", "MKRPOSX,95800000", "MKRPOSY,95.12", "MKRPOSYGUI,95.12"};
+  return {"Marker Nb," + std::to_string(number),
+          "MKRON,ON",
+          std::string("MKRTRACE,") + trace,
+          "MKRINDEX,7",
+          "MKRPOSX,95800000",
+          "MKRPOSY,95.12",
+          "MKRPOSYGUI,95.12"};
 }
 
 TEST(MarkersTest, CsvRecordsWithinTheirScreen) {
   testing::Rows rows = CsvHeader("Z4510", 2);
-  rows.insert(rows.end(), {"Context Nb,0", "MKRNBON,2", "MKRDLT,OFF", "MKRSEL,Ref",
-                           "MKRFIX,OFF"});
+  rows.insert(rows.end(), {"Context Nb,0", "MKRNBON,2", "MKRDLT,OFF", "MKRSEL,Ref", "MKRFIX,OFF"});
   for (const auto& block : {CsvMarker(1, "A"), CsvMarker(2, "B")}) {
     rows.insert(rows.end(), block.begin(), block.end());
   }

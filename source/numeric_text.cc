@@ -84,14 +84,13 @@ double NumericValue(std::string_view text) {
   const std::string_view literal =
       text.substr(start, (pos > mantissa_end ? pos : mantissa_end) - start);
   double value = 0;
-  const auto [end, error] =
-      std::from_chars(literal.data(), literal.data() + literal.size(), value,
-                      std::chars_format::general);
+  const auto [end, error] = std::from_chars(literal.data(), literal.data() + literal.size(), value,
+                                            std::chars_format::general);
   if (error == std::errc::result_out_of_range) {
     if (!seen_significant) return 0;
     lead_exponent = integer_digits > 0 ? integer_digits - 1 : -(leading_fraction_zeros + 1);
-    if (lead_exponent + exponent > 0) throw RuntimeFailure("number too large: " +
-                                                           std::string(literal.substr(0, 40)));
+    if (lead_exponent + exponent > 0)
+      throw RuntimeFailure("number too large: " + std::string(literal.substr(0, 40)));
     return negative ? -0.0 : 0.0;
   }
   if (error != std::errc()) return 0;

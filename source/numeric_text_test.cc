@@ -21,26 +21,26 @@ TEST(NumericValueTest, ReadsTheLeadingDecimalNumber) {
       {"2400000000", 2400000000.0},
       {"-72.38", -72.38},
       {"+5", 5},
-      {"  12.5", 12.5},      // blanks before the number are skipped
+      {"  12.5", 12.5},  // blanks before the number are skipped
       {"\t3", 3},
       {"0.16168", 0.16168},
       {".5", 0.5},
       {"5.", 5},
       {"1e3", 1000},
       {"2.5E-3", 0.0025},
-      {"1e", 1},             // an exponent without digits is not part of the number
+      {"1e", 1},  // an exponent without digits is not part of the number
       {"1e+", 1},
-      {"12abc", 12},         // the number at the start, whatever follows
-      {"12,5", 12},          // "," is never a decimal point
+      {"12abc", 12},  // the number at the start, whatever follows
+      {"12,5", 12},   // "," is never a decimal point
       {"98 MHz", 98},
       {"", 0},
       {"abc", 0},
       {"-", 0},
       {".", 0},
-      {"inf", 0},            // only decimal literals count
+      {"inf", 0},  // only decimal literals count
       {"nan", 0},
       {"0x10", 0},
-      {"1e-400", 0},         // too small for a double reads as 0
+      {"1e-400", 0},  // too small for a double reads as 0
       {"0.0000e999999999", 0},
       {"0001.5", 1.5},
   };
@@ -74,7 +74,7 @@ TEST(RoundingTest, RoundsHalfToEvenAndChecksTheWidth) {
     double value;
     int32_t expected;
   };
-  const Case cases[] = {{0.5, 0},   {1.5, 2},   {2.5, 2},   {-0.5, 0}, {-1.5, -2},
+  const Case cases[] = {{0.5, 0},   {1.5, 2},    {2.5, 2},    {-0.5, 0},  {-1.5, -2},
                         {-2.5, -2}, {2.4999, 2}, {2.5001, 3}, {401, 401}, {-7.2, -7}};
   for (const Case& c : cases) {
     EXPECT_EQ(RoundToInt32(c.value), c.expected) << c.value;

@@ -3,7 +3,6 @@
 // over the XML elements, a plain split of the CSV lines) and interpreted
 // with the reading rules stated in the test.
 #include <gtest/gtest.h>
-#include <pugixml.hpp>
 
 #include <charconv>
 #include <cmath>
@@ -11,6 +10,7 @@
 #include <fstream>
 #include <map>
 #include <optional>
+#include <pugixml.hpp>
 #include <sstream>
 #include <string>
 #include <vector>

@@ -15,21 +15,31 @@ using testing::XmlText;
 std::unique_ptr<SourceReader> OneScreen(const std::string& screen, int points = 5) {
   auto reader = OpenText(
       "a.xml", XmlText(XmlParameters({{"NBCTXT", "1"}}) + "<Parameter Id=\"TP\" Value=\"" +
-                       std::to_string(points) + "\"/><Context Nb=\"0\">" + screen +
-                       "</Context>"));
+                       std::to_string(points) + "\"/><Context Nb=\"0\">" + screen + "</Context>"));
   GeneralInfo info;
   EXPECT_EQ(reader->ReadGeneralInfo(info), 0);
   return reader;
 }
 
 TEST(ScreenConfigTest, SpectrumParameters) {
-  auto reader = OneScreen(XmlParameters({{"CF", "98000000"}, {"FA", "88000000"},
-                                         {"SP", "20000000"}, {"FB", "108000000"},
-                                         {"FOON", "on"}, {"FO", "5"}, {"SW", "2000000"},
-                                         {"RB", "1000"}, {"VB", "3000"}, {"RL", "-20"},
-                                         {"ROON", "ON"}, {"RO", "3"}, {"ATDUALCH", "10"},
-                                         {"OHMDUALCH", "75"}, {"DGT_EXE", "OFF"},
-                                         {"AUNITS", "dBmV"}, {"DD", "5"}, {"VS", "LOG"}}));
+  auto reader = OneScreen(XmlParameters({{"CF", "98000000"},
+                                         {"FA", "88000000"},
+                                         {"SP", "20000000"},
+                                         {"FB", "108000000"},
+                                         {"FOON", "on"},
+                                         {"FO", "5"},
+                                         {"SW", "2000000"},
+                                         {"RB", "1000"},
+                                         {"VB", "3000"},
+                                         {"RL", "-20"},
+                                         {"ROON", "ON"},
+                                         {"RO", "3"},
+                                         {"ATDUALCH", "10"},
+                                         {"OHMDUALCH", "75"},
+                                         {"DGT_EXE", "OFF"},
+                                         {"AUNITS", "dBmV"},
+                                         {"DD", "5"},
+                                         {"VS", "LOG"}}));
   ScreenInfo info;
   ASSERT_EQ(reader->ReadScreenConfig(0, info), 0);
   EXPECT_EQ(info.CenterFrequency, 98000000);
@@ -66,22 +76,26 @@ TEST(ScreenConfigTest, LevelUnitsAndDigitalFunctions) {
       {XmlParameters({{"AUNITS", "dBuVemf"}, {"DD", "2"}}), "dBuVemf", 3, 2},
       {XmlParameters({{"AUNITS", "Watts"}, {"DD", "2"}}), "Watts", 5, 2},
       {XmlParameters({{"AUNITS", "furlongs"}, {"DD", "2"}}), "furlongs", 42, 2},  // code kept
-      {XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "IQ-Time"}, {"AUNITS", "dBm"},
-                      {"DGT_VERTSCALE_IQ", "0.1"}, {"DD", "7"}}),
+      {XmlParameters({{"DGT_EXE", "ON"},
+                      {"DGT_MEASFUNCTION", "IQ-Time"},
+                      {"AUNITS", "dBm"},
+                      {"DGT_VERTSCALE_IQ", "0.1"},
+                      {"DD", "7"}}),
        "V", 10, 0.1},
-      {XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "Freq-Time"},
-                      {"DGT_VERTSCALE_FREQ", "25000"}}),
+      {XmlParameters(
+           {{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "Freq-Time"}, {"DGT_VERTSCALE_FREQ", "25000"}}),
        "Hz", 7, 25000},
-      {XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "Phase-Time"},
-                      {"DGT_VERTSCALE_PHASE", "45"}}),
+      {XmlParameters(
+           {{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "Phase-Time"}, {"DGT_VERTSCALE_PHASE", "45"}}),
        "deg", 8, 45},
-      {XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "Power-Time"},
-                      {"DGT_VERTSCALE_POWER", "10"}}),
+      {XmlParameters(
+           {{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "Power-Time"}, {"DGT_VERTSCALE_POWER", "10"}}),
        "dBm", 9, 10},
-      {XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "PartialFFT"},
-                      {"DGT_VERTSCALE_PARTFFT", "5"}}),
+      {XmlParameters(
+           {{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "PartialFFT"}, {"DGT_VERTSCALE_PARTFFT", "5"}}),
        "dBm", 11, 5},
-      {XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "Phase-Freq"},
+      {XmlParameters({{"DGT_EXE", "ON"},
+                      {"DGT_MEASFUNCTION", "Phase-Freq"},
                       {"DGT_VERTSCALE_PHAFREQ", "30"}}),
        "deg", 12, 30},
   };
@@ -97,14 +111,16 @@ TEST(ScreenConfigTest, LevelUnitsAndDigitalFunctions) {
 }
 
 TEST(ScreenConfigTest, UnknownDigitalFunctionStopsTheRead) {
-  auto reader = OneScreen(XmlParameters({{"SP", "5"}, {"DGT_EXE", "ON"},
-                                         {"DGT_MEASFUNCTION", "Freq-time"}, {"VS", "LOG"},
+  auto reader = OneScreen(XmlParameters({{"SP", "5"},
+                                         {"DGT_EXE", "ON"},
+                                         {"DGT_MEASFUNCTION", "Freq-time"},
+                                         {"VS", "LOG"},
                                          {"DGT_STOPTIME", "100"}}));
   ScreenInfo info;
   info.LevelUnit = "before";
   EXPECT_EQ(reader->ReadScreenConfig(0, info), 1);
-  EXPECT_EQ(info.Span, 5);                // read before the function
-  EXPECT_EQ(info.LevelUnit, "before");    // later fields untouched
+  EXPECT_EQ(info.Span, 5);              // read before the function
+  EXPECT_EQ(info.LevelUnit, "before");  // later fields untouched
   EXPECT_EQ(info.LogScale, 0);
   EXPECT_EQ(reader->Summary(0).Span, 0);  // summary untouched
   EXPECT_EQ(reader->Digital(0).StopTime, 100);
@@ -174,13 +190,21 @@ TEST(XAxisDataTest, ValuesFollowTheScreenKind) {
   const Case cases[] = {
       {"spectrum", XmlParameters({{"SP", "100"}, {"FA", "1000"}, {"FB", "1100"}}), 1000, 1100},
       {"zero span", XmlParameters({{"SP", "0"}, {"FA", "5"}, {"SW", "4000"}}), 0, 0.004},
-      {"digital time", XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "IQ-Time"},
-                                      {"DGT_HORIZPOSITION", "-10"}, {"DGT_STOPTIME", "190"},
-                                      {"FA", "1"}, {"FB", "2"}}),
+      {"digital time",
+       XmlParameters({{"DGT_EXE", "ON"},
+                      {"DGT_MEASFUNCTION", "IQ-Time"},
+                      {"DGT_HORIZPOSITION", "-10"},
+                      {"DGT_STOPTIME", "190"},
+                      {"FA", "1"},
+                      {"FB", "2"}}),
        -10, 190},
-      {"digital frequency", XmlParameters({{"DGT_EXE", "ON"}, {"DGT_MEASFUNCTION", "PartialFFT"},
-                                           {"SP", "0"}, {"FA", "1000"}, {"FB", "2000"},
-                                           {"DGT_STOPTIME", "190"}}),
+      {"digital frequency",
+       XmlParameters({{"DGT_EXE", "ON"},
+                      {"DGT_MEASFUNCTION", "PartialFFT"},
+                      {"SP", "0"},
+                      {"FA", "1000"},
+                      {"FB", "2000"},
+                      {"DGT_STOPTIME", "190"}}),
        1000, 2000},
   };
   for (const Case& c : cases) {

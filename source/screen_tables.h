@@ -30,7 +30,7 @@ struct ScreenSummary {
 
 /// The digital-measurement settings of one screen, as the file holds them.
 struct DigitalValues {
-  std::string DigitalMode;  ///< "ON" for a digital measurement screen
+  std::string DigitalMode;        ///< "ON" for a digital measurement screen
   double HorizontalPosition = 0;  ///< microseconds
   double StopTime = 0;            ///< microseconds
   double HorizontalScale = 0;     ///< microseconds

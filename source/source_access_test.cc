@@ -21,9 +21,8 @@ TEST(OpenSourceTest, TheKindIsTheLastThreeCharactersExactly) {
     int16_t status;
   };
   const std::string csv = CsvText(CsvHeader());
-  const Case cases[] = {{"m.xml", 0}, {"m.csv", 0}, {"m.XML", 1}, {"m.CSV", 1},
-                        {"m.Xml", 1}, {"m.txt", 1}, {"xml", 0},   {"ml", 1},
-                        {"", 1},      {"mxml", 0}};
+  const Case cases[] = {{"m.xml", 0}, {"m.csv", 0}, {"m.XML", 1}, {"m.CSV", 1}, {"m.Xml", 1},
+                        {"m.txt", 1}, {"xml", 0},   {"ml", 1},    {"", 1},      {"mxml", 0}};
   for (const Case& c : cases) {
     SourceReader reader;
     EXPECT_EQ(reader.OpenSourceBytes(c.path, csv), c.status) << c.path;
@@ -69,9 +68,9 @@ TEST(ScreenParameterTest, CsvTakesALaterScreensValueWhenMissing) {
     const char* expected;
   };
   const Case cases[] = {
-      {"CF", 0, "100"}, {"CF", 1, "200"}, {"CF", 2, "300"},
-      {"SP", 0, "5"},   // missing on screen 0: the next screen's value
-      {"SP", 2, ""},    // missing on the last screen: empty
+      {"CF", 0, "100"}, {"CF", 1, "200"},
+      {"CF", 2, "300"}, {"SP", 0, "5"},  // missing on screen 0: the next screen's value
+      {"SP", 2, ""},                     // missing on the last screen: empty
       {"RB", 0, "7"},   {"XX", 0, ""},
       {"CF", 5, "100"},  // no such screen: the search starts at the top
   };
@@ -81,14 +80,21 @@ TEST(ScreenParameterTest, CsvTakesALaterScreensValueWhenMissing) {
 }
 
 TEST(ScreenParameterTest, XmlAnswersAsTheQueriesWould) {
-  const std::string body =
-      XmlParameters({{"TITLE", "first"}, {"TITLE", "second"}}) +
-      "<Context Nb=\"0\">" + XmlParameters({{"CF", "1"}, {"CF", "2"}, {"SP", ""}}) +
-      "<Parameter Id=\"NOVALUE\"/></Context>\n"
-      "<Context Nb=\"00\">" + XmlParameters({{"RB", "9"}}) + "</Context>\n"
-      "<Context Nb=\"1\">" + XmlParameters({{"CF", "3"}}) + "</Context>\n"
-      "<Context Nb=\"0\">" + XmlParameters({{"RB", "4"}}) + "</Context>\n"
-      "<Other><Context Nb=\"2\">" + XmlParameters({{"CF", "5"}}) + "</Context></Other>\n";
+  const std::string body = XmlParameters({{"TITLE", "first"}, {"TITLE", "second"}}) +
+                           "<Context Nb=\"0\">" +
+                           XmlParameters({{"CF", "1"}, {"CF", "2"}, {"SP", ""}}) +
+                           "<Parameter Id=\"NOVALUE\"/></Context>\n"
+                           "<Context Nb=\"00\">" +
+                           XmlParameters({{"RB", "9"}}) +
+                           "</Context>\n"
+                           "<Context Nb=\"1\">" +
+                           XmlParameters({{"CF", "3"}}) +
+                           "</Context>\n"
+                           "<Context Nb=\"0\">" +
+                           XmlParameters({{"RB", "4"}}) +
+                           "</Context>\n"
+                           "<Other><Context Nb=\"2\">" +
+                           XmlParameters({{"CF", "5"}}) + "</Context></Other>\n";
   auto reader = OpenText("a.xml", XmlText(body));
   struct Case {
     const char* id;
@@ -96,11 +102,10 @@ TEST(ScreenParameterTest, XmlAnswersAsTheQueriesWould) {
     const char* expected;
   };
   const Case cases[] = {
-      {"CF", 0, "1"},   // first in document order
-      {"CF", 1, "3"},
-      {"RB", 0, "4"},   // "00" is not screen 0, a later "0" is
-      {"SP", 0, ""},    {"NOVALUE", 0, ""}, {"XX", 0, ""},
-      {"CF", 2, ""},    // only contexts directly under AnalyserData
+      {"CF", 0, "1"},                  // first in document order
+      {"CF", 1, "3"}, {"RB", 0, "4"},  // "00" is not screen 0, a later "0" is
+      {"SP", 0, ""},  {"NOVALUE", 0, ""},
+      {"XX", 0, ""},  {"CF", 2, ""},  // only contexts directly under AnalyserData
   };
   for (const Case& c : cases) {
     EXPECT_EQ(reader->ScreenParameter(c.id, c.screen), c.expected) << c.id << " " << c.screen;

@@ -24,8 +24,13 @@ inline std::string CsvText(const Rows& rows) {
 
 /// The header rows of a CSV export of `model` with `screens` and `points`.
 inline Rows CsvHeader(const std::string& model = "Z4510", int screens = 1, int points = 3) {
-  return {"MODEL," + model, "SERIAL,Z-1", "TITLE,Test title", "DAY 30,YEAR 2021,MONTH 06",
-          "TIME,11:49:17", "NBCTXT," + std::to_string(screens), "TP," + std::to_string(points)};
+  return {"MODEL," + model,
+          "SERIAL,Z-1",
+          "TITLE,Test title",
+          "DAY 30,YEAR 2021,MONTH 06",
+          "TIME,11:49:17",
+          "NBCTXT," + std::to_string(screens),
+          "TP," + std::to_string(points)};
 }
 
 /// An XML document: root attributes, then `body` inside the root.

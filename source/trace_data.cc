@@ -90,8 +90,7 @@ const TimeAxisEntry& SourceReader::TimeAxis(int screen) const {
   return time_axis_[static_cast<size_t>(screen)];
 }
 
-XAxisScale SourceReader::SetXScaleType(int screen, ScreenInfo& info,
-                                       const XScaleSettings& settings,
+XAxisScale SourceReader::SetXScaleType(int screen, ScreenInfo& info, const XScaleSettings& settings,
                                        int16_t& log_x_in_use) const {
   XAxisScale scale;
   if (ScreenParameter("HS", screen) != "LOG") {

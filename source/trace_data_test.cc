@@ -20,14 +20,22 @@ std::string Items(std::initializer_list<std::pair<const char*, const char*>> ite
 }
 
 TEST(ReadTraceYTest, XmlItemsByPointNumber) {
-  const std::string body =
-      XmlParameters({{"TP", "7"}, {"NBCTXT", "1"}}) + "<Context Nb=\"0\">" +
-      XmlParameters({{"AUNITS", "dBm"}, {"VS", "LOG"}}) +
-      "<Trace><Table Unit=\"dBuV\">" +
-      Items({{"0", "-1.5"}, {"1", "2"}, {"2", "3"}, {"2", "99"}, {"03", "4"}, {" 4", "5"},
-             {"6", "x"}, {"4.0", "7"}, {"-0", "8"}, {"7", "9"}}) +
-      "<Item Point=\"1\"/></Table></Trace>"
-      "<Trace><Table>" + Items({{"1", "10"}}) + "</Table></Trace></Context>";
+  const std::string body = XmlParameters({{"TP", "7"}, {"NBCTXT", "1"}}) + "<Context Nb=\"0\">" +
+                           XmlParameters({{"AUNITS", "dBm"}, {"VS", "LOG"}}) +
+                           "<Trace><Table Unit=\"dBuV\">" +
+                           Items({{"0", "-1.5"},
+                                  {"1", "2"},
+                                  {"2", "3"},
+                                  {"2", "99"},
+                                  {"03", "4"},
+                                  {" 4", "5"},
+                                  {"6", "x"},
+                                  {"4.0", "7"},
+                                  {"-0", "8"},
+                                  {"7", "9"}}) +
+                           "<Item Point=\"1\"/></Table></Trace>"
+                           "<Trace><Table>" +
+                           Items({{"1", "10"}}) + "</Table></Trace></Context>";
   auto reader = OpenText("a.xml", XmlText(body));
   GeneralInfo info;
   ASSERT_EQ(reader->ReadGeneralInfo(info), 0);
@@ -49,12 +57,13 @@ TEST(ReadTraceYTest, XmlItemsByPointNumber) {
 
 testing::Rows CsvScreen(int points) {
   testing::Rows rows = CsvHeader("Z4510", 2, points);
-  rows.insert(rows.end(), {"Context Nb,0", "AUNITS,dBuV", "VS,LOG", "Trace Nb,1", "TRACE,A",
-                           "UNIT,,,dBuV", "Point,0,10,1.5", "Point,1,20,2.5", "Point,2,30,-3",
-                           "Trace Nb,2", "UNIT,,,V", "Point,1,10,9", "Point,0,10,7",
-                           "Point,1,20,8", "Point,2,20,x9", "Trace Nb,3", "UNIT,,,V",
-                           "Point,1,1,1", "Context Nb,1", "AUNITS,dBm", "Trace Nb,1",
-                           "UNIT,,,dBm", "Point,0,1,5", "Point,1,1,6", "Point,2,1,7", "end,0"});
+  rows.insert(rows.end(),
+              {"Context Nb,0", "AUNITS,dBuV",    "VS,LOG",         "Trace Nb,1",    "TRACE,A",
+               "UNIT,,,dBuV",  "Point,0,10,1.5", "Point,1,20,2.5", "Point,2,30,-3", "Trace Nb,2",
+               "UNIT,,,V",     "Point,1,10,9",   "Point,0,10,7",   "Point,1,20,8",  "Point,2,20,x9",
+               "Trace Nb,3",   "UNIT,,,V",       "Point,1,1,1",    "Context Nb,1",  "AUNITS,dBm",
+               "Trace Nb,1",   "UNIT,,,dBm",     "Point,0,1,5",    "Point,1,1,6",   "Point,2,1,7",
+               "end,0"});
   return rows;
 }
 
@@ -99,9 +108,8 @@ TEST(PowerOfTenTest, AboveAndBelow) {
     double below;
   };
   const Case cases[] = {
-      {1, 1, 1},       {1.5, 10, 1},     {100, 100, 100},  {95, 100, 100},  // 95 × 1.1 ≥ 100
-      {80, 100, 10},   {0.5, 1, 0.1},   {-3, 1, 0},       {9000, 10000, 1000},
-      {2e10, 1e11, 1e10},
+      {1, 1, 1},     {1.5, 10, 1},  {100, 100, 100}, {95, 100, 100},  // 95 × 1.1 ≥ 100
+      {80, 100, 10}, {0.5, 1, 0.1}, {-3, 1, 0},      {9000, 10000, 1000}, {2e10, 1e11, 1e10},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(PowerOfTenAbove(c.x), c.above) << c.x;
@@ -115,9 +123,9 @@ TEST(PowerOfTenTest, AboveAndBelow) {
 
 /// A one-screen XML reader whose screen has `parameters`, configuration read.
 std::unique_ptr<SourceReader> LogScreen(const std::string& parameters, ScreenInfo& info) {
-  auto reader = OpenText("a.xml", XmlText(XmlParameters({{"TP", "5"}}) + "<Context Nb=\"0\">" +
-                                          parameters + XmlParameters({{"VS", "LOG"}}) +
-                                          "</Context>"));
+  auto reader =
+      OpenText("a.xml", XmlText(XmlParameters({{"TP", "5"}}) + "<Context Nb=\"0\">" + parameters +
+                                XmlParameters({{"VS", "LOG"}}) + "</Context>"));
   GeneralInfo general;
   EXPECT_EQ(reader->ReadGeneralInfo(general), 0);
   EXPECT_EQ(reader->ReadScreenConfig(0, info), 0);
@@ -170,9 +178,8 @@ TEST(XScaleTypeTest, FrequencyAxes) {
   };
   for (const Case& c : cases) {
     ScreenInfo info;
-    auto reader = LogScreen(XmlParameters({{"HS", "LOG"}, {"SP", "1"}, {"FA", c.fa},
-                                           {"FB", c.fb}}),
-                            info);
+    auto reader =
+        LogScreen(XmlParameters({{"HS", "LOG"}, {"SP", "1"}, {"FA", c.fa}, {"FB", c.fb}}), info);
     int16_t in_use = c.in_use_before;
     const XAxisScale scale = reader->SetXScaleType(0, info, c.settings, in_use);
     EXPECT_DOUBLE_EQ(scale.AxisMin, c.axis_min) << c.what;

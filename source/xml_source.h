@@ -7,7 +7,6 @@
 #define Z4400_SOURCE_XML_SOURCE_H_
 
 #include <pugixml.hpp>
-
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -50,9 +49,9 @@ class XmlSource {
   pugi::xml_document document_;
   bool parsed_ = false;
   pugi::xml_node root_;
-  NodeIndex file_parameters_;    // key: Id
-  NodeIndex screen_parameters_;  // key: Nb '\0' Id
-  NodeIndex markers_;            // key: Nb '\0' Nb
+  NodeIndex file_parameters_;                                                   // key: Id
+  NodeIndex screen_parameters_;                                                 // key: Nb '\0' Id
+  NodeIndex markers_;                                                           // key: Nb '\0' Nb
   std::unordered_map<std::string, std::vector<pugi::xml_node>> screen_tables_;  // key: Nb
   int trace_table_count_ = 0;
 };

@@ -2,7 +2,6 @@
 // the converter, for test fixtures and for benchmarks. The same options and
 // seed always give the same file.
 #include <CLI/CLI.hpp>
-
 #include <fstream>
 #include <iostream>
 

@@ -91,8 +91,8 @@ TEST(EngUnitsTest, Watts) {
 
 TEST(EngUnitsTest, UnitNamesByCode) {
   const UnitNameTable names = InitUnitNames();
-  const char* expected[] = {"dBm", "dBmV", "dBuV", "dBuVemf", "dBpW", "W",
-                            "V",   "Hz",   "degree", "mV",    "dB"};
+  const char* expected[] = {"dBm", "dBmV", "dBuV",   "dBuVemf", "dBpW", "W",
+                            "V",   "Hz",   "degree", "mV",      "dB"};
   for (size_t code = 0; code < names.size(); ++code) {
     EXPECT_EQ(names[code], expected[code]) << "code " << code;
   }
