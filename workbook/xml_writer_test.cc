@@ -4,7 +4,10 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <pugixml.hpp>
+#include <random>
 #include <string>
 
 namespace z4400 {
@@ -98,6 +101,62 @@ TEST(XmlWriterTest, ElementsAndAttributes) {
   const std::string part = writer.Release();
   EXPECT_TRUE(writer.str().empty());
   EXPECT_FALSE(part.empty());
+}
+
+// True when `text` is UTF-8 holding only characters XML allows (pugixml
+// does not check this itself).
+bool OnlyXmlCharacters(std::string_view text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const unsigned char lead = static_cast<unsigned char>(text[i]);
+    std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if (lead >= 0x80 && lead < 0xC2) return false;
+    if (i + length > text.size()) return false;
+    std::uint32_t code = length == 1 ? lead : lead & (0x3F >> (length - 1));
+    for (std::size_t k = 1; k < length; ++k) {
+      const unsigned char next = static_cast<unsigned char>(text[i + k]);
+      if ((next & 0xC0) != 0x80) return false;
+      code = (code << 6) | (next & 0x3F);
+    }
+    const bool allowed = code == 0x9 || code == 0xA || code == 0xD ||
+                         (code >= 0x20 && code <= 0xD7FF) || (code >= 0xE000 && code <= 0xFFFD) ||
+                         (code >= 0x10000 && code <= 0x10FFFF);
+    const bool shortest = (length == 2 && code >= 0x80) || (length == 3 && code >= 0x800) ||
+                          (length == 4 && code >= 0x10000) || length == 1;
+    if (!allowed || !shortest) return false;
+    i += length;
+  }
+  return true;
+}
+
+// Whatever bytes a source file puts into a text, the part stays well-formed
+// XML, and plain text (no escapes needed) reads back unchanged.
+TEST(XmlWriterTest, AnyBytesGiveWellFormedXml) {
+  ASSERT_FALSE(OnlyXmlCharacters("a\x01"));  // the check itself
+  ASSERT_FALSE(OnlyXmlCharacters("\xC0\xAF"));
+  ASSERT_TRUE(OnlyXmlCharacters("\xE3\x83\x95\t"));
+  std::mt19937 random(4400);
+  std::uniform_int_distribution<int> length(0, 40);
+  std::uniform_int_distribution<int> byte(0, 255);
+  for (int round = 0; round < 2000; ++round) {
+    std::string text(static_cast<std::size_t>(length(random)), '\0');
+    for (char& c : text) c = static_cast<char>(byte(random));
+    XmlWriter writer;
+    writer.DataElement("t", text, {{"v", text}});
+    pugi::xml_document document;
+    const pugi::xml_parse_result parsed = document.load_string(writer.str().c_str());
+    ASSERT_TRUE(parsed) << parsed.description() << " in " << writer.str();
+    ASSERT_TRUE(OnlyXmlCharacters(writer.str())) << writer.str();
+    std::string plain;
+    for (char c : text) {
+      if ((c >= 'a' && c <= 'z') || c == ' ' || c == '&' || c == '<') plain += c;
+    }
+    XmlWriter simple;
+    simple.DataElement("t", plain, {{"v", plain}});
+    ASSERT_TRUE(
+        document.load_string(simple.str().c_str(), pugi::parse_default | pugi::parse_ws_pcdata));
+    EXPECT_EQ(document.child("t").text().get(), plain);
+    EXPECT_EQ(document.child("t").attribute("v").value(), plain);
+  }
 }
 
 }  // namespace
