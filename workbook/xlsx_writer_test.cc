@@ -301,6 +301,19 @@ TEST(XlsxWriterTest, SameAsSpreadsheetMadeSimpleWorkbook) {
   ExpectSameAsSpreadsheetMade("simple01", SaveAndRead(book, dir / "simple01.xlsx"));
 }
 
+TEST(XlsxWriterTest, SameAsSpreadsheetMadeTimesDatesAndWidths) {
+  if (!testing::OoxmlDir()) GTEST_SKIP() << "the OOXML reference folder is not available";
+  ScratchDir dir;
+  Application app;
+  Workbook& book = app.Workbooks().Add();
+  Worksheet& sheet = book.Worksheets()(1);
+  sheet.Cells(1, 1).SetNumberFormat("h:mm");  // a built-in format, saved by id
+  sheet.StoreValue(1, 1, CellValue(0.5));
+  sheet.StoreValue(2, 1, CellValue(DateValue{41301}));  // a date in a general cell
+  sheet.Columns(1).SetColumnWidth(12);
+  ExpectSameAsSpreadsheetMade("simple04", SaveAndRead(book, dir / "simple04.xlsx"));
+}
+
 TEST(XlsxWriterTest, SameAsSpreadsheetMadeScatterWithoutMarkers) {
   if (!testing::OoxmlDir()) GTEST_SKIP() << "the OOXML reference folder is not available";
   ScratchDir dir;
