@@ -116,6 +116,13 @@ TEST(ZipWriterTest, Failures) {
     EXPECT_FALSE(writer.AddMember("late.xml", "x"));
     EXPECT_FALSE(writer.Finish());
   }
+  {
+    // A classic zip counts its members in 16 bits.
+    ZipWriter writer(scratch / "many.zip");
+    for (int i = 0; i < 65535; ++i) ASSERT_TRUE(writer.AddMember("m" + std::to_string(i), ""));
+    EXPECT_FALSE(writer.AddMember("one-too-many", ""));
+    EXPECT_NE(writer.error().find("Too many parts"), std::string::npos) << writer.error();
+  }
   if (std::filesystem::exists("/dev/full")) {
     ZipWriter writer("/dev/full");
     writer.AddMember("a.xml", std::string(4 << 20, 'a'));
