@@ -2,16 +2,10 @@
 
 #include <utility>
 
+#include "charts/result_sheets.h"
 #include "source/runtime_failure.h"
 
 namespace z4400 {
-namespace {
-
-constexpr char kReport[] = "Report";
-constexpr char kRawData[] = "Raw Data";
-constexpr char kMarkersDetails[] = "Markers Details";
-
-}  // namespace
 
 WorkbookStages::WorkbookStages(const StageContext& context, std::string version_text)
     : context_(context), version_text_(version_text), excel_(std::move(version_text)) {
@@ -98,15 +92,7 @@ void WorkbookStages::QuitSpreadsheet() {
 // Each stage below is the one place where its writer is called.
 
 void WorkbookStages::CreateResultSheets(const std::string& output_path) {
-  // Until the result-sheet builder is called here: the workbook is saved
-  // under the output name and reduced to the three result sheets.
-  Workbook& workbook = RunningApplication().ActiveWorkbook();
-  workbook.SaveAs(output_path);
-  while (workbook.Sheets().Count() > 1) workbook.Sheets()(workbook.Sheets().Count()).Delete();
-  Sheet& raw_data = workbook.Sheets()(1);
-  raw_data.SetName(kRawData);
-  workbook.Worksheets().Add(&raw_data, nullptr).SetName(kReport);
-  workbook.Worksheets().Add(nullptr, &raw_data).SetName(kMarkersDetails);
+  z4400::CreateResultSheets(RunningApplication(), output_path);
 }
 
 int16_t WorkbookStages::WriteGeneralInfo(const GeneralInfo& /*info*/, const std::string& /*sheet*/,
