@@ -527,6 +527,25 @@ std::string SchemaOf(const std::string& part) {
   return "";
 }
 
+/// The lines of xmllint's report that are problems. Left out: the verdict
+/// lines, and the one attribute the schema's plain-text `t` element does
+/// not declare but the spreadsheet application itself writes on texts with
+/// leading or trailing blanks (xml:space="preserve", as on "Screen ").
+std::string SchemaProblems(const std::string& report) {
+  std::istringstream lines(report);
+  std::string problems;
+  for (std::string line; std::getline(lines, line);) {
+    const bool verdict = line.find(" validates") != std::string::npos ||
+                         line.find(" fails to validate") != std::string::npos ||
+                         line.find("Skipping import") != std::string::npos;
+    const bool preserved_blanks =
+        line.find("element t: Schemas validity error") != std::string::npos &&
+        line.find("XML/1998/namespace}space' is not allowed") != std::string::npos;
+    if (!verdict && !preserved_blanks) problems += line + "\n";
+  }
+  return problems;
+}
+
 TEST_F(ConvertSamplesTest, EveryPartValidatesAgainstTheSchemas) {
   const auto ooxml = testing::OoxmlDir();
   if (!ooxml || !HaveProgram("xmllint")) GTEST_SKIP() << "no OOXML schemas or no xmllint";
@@ -549,7 +568,8 @@ TEST_F(ConvertSamplesTest, EveryPartValidatesAgainstTheSchemas) {
                             Quoted((*ooxml / "schemas" / schema).string());
       for (const auto& file : files) command += " " + Quoted(file.string());
       std::string err;
-      EXPECT_EQ(RunShell(command, &err), 0) << schema << ":\n" << err;
+      RunShell(command, &err);
+      EXPECT_EQ(SchemaProblems(err), "") << schema;
     }
   }
 }
