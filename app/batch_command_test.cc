@@ -1,8 +1,7 @@
 // End-to-end tests of z4400conv --batch: the program is run as a user runs
 // it, and its exit status, messages and files are checked.
-#include <sys/wait.h>
-
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -93,7 +92,8 @@ TEST_F(BatchCommandTest, ConvertsEveryAcceptedSampleInOneCall) {
   for (const std::string& file : files) {
     const std::filesystem::path source(file);
     // The workbook is named after the source up to its first dot.
-    const std::string stem = source.filename().string().substr(0, source.filename().string().find('.'));
+    const std::string stem =
+        source.filename().string().substr(0, source.filename().string().find('.'));
     EXPECT_TRUE(IsWorkbook(out_ / (stem + ".xlsx"))) << stem;
   }
   EXPECT_NE(run.err.find("Saving All"), std::string::npos);
@@ -103,11 +103,11 @@ TEST_F(BatchCommandTest, ConvertsEveryAcceptedSampleInOneCall) {
 TEST_F(BatchCommandTest, FailureStopsTheListButKeepsEarlierWorkbooks) {
   Z4400_REQUIRE_SAMPLES(samples);
   SetUpOutput();
-  const RunResult run =
-      RunProgram(Batch({(samples / "spectrum_dbm_markers.xml").string(),
-                 (samples / "two_screens_markers.csv").string(),
-                 (samples / "rejected_model.xml").string(), (samples / "delta_markers.xml").string()}),
-          scratch_.path());
+  const RunResult run = RunProgram(
+      Batch({(samples / "spectrum_dbm_markers.xml").string(),
+             (samples / "two_screens_markers.csv").string(),
+             (samples / "rejected_model.xml").string(), (samples / "delta_markers.xml").string()}),
+      scratch_.path());
   EXPECT_EQ(run.status, 1);
   EXPECT_NE(run.err.find("Error occurred.\nExit from the application\n\nNot MQD data.\n"),
             std::string::npos)
@@ -145,10 +145,9 @@ TEST_F(BatchCommandTest, SettingsFolderLogAndRelativePaths) {
   std::ofstream(scratch_ / "Data.ini", std::ios::binary)
       << out_.string() << "\r\n1\r\n 1\r\n 0\r\n 0\r\n 1\r\n 1\r\n 16711680\r\n 1262987\r\n"
       << " 6053069\r\n 13150975\r\n 38655\r\n 13093064\r\n 13499135\r\n 0\r\n 1\r\n 1000\r\n 1\r\n";
-  const std::string relative =
-      "./../" + samples.filename().string() + "/delta_markers.xml";
-  const RunResult run = RunProgram({"--batch", "--settings-dir", scratch_.path().string(), relative},
-                                   samples, scratch_.path());
+  const std::string relative = "./../" + samples.filename().string() + "/delta_markers.xml";
+  const RunResult run = RunProgram(
+      {"--batch", "--settings-dir", scratch_.path().string(), relative}, samples, scratch_.path());
   EXPECT_EQ(run.status, 0) << run.err;
   EXPECT_TRUE(IsWorkbook(out_ / "delta_markers.xlsx"));
   const std::string log = ReadText(scratch_ / "Log.txt");
@@ -195,9 +194,8 @@ TEST_F(BatchCommandTest, WrongUsageAndOldSpreadsheet) {
 TEST_F(BatchCommandTest, HelpAndVersion) {
   const RunResult help = RunProgram({"--help"}, scratch_.path());
   EXPECT_EQ(help.status, 0);
-  for (const char* option :
-       {"--batch", "--output-dir", "--settings-dir", "--overwrite", "--excel-version", "--version",
-        "--dump", "exit status"}) {
+  for (const char* option : {"--batch", "--output-dir", "--settings-dir", "--overwrite",
+                             "--excel-version", "--version", "--dump", "exit status"}) {
     EXPECT_NE(help.out.find(option), std::string::npos) << option;
   }
   const RunResult version = RunProgram({"--version"}, scratch_.path());

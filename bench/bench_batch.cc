@@ -14,13 +14,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "driver/console_ui.h"
 #include "driver/converter.h"
 #include "driver/workbook_stages.h"
-#include <sstream>
 
 namespace z4400 {
 namespace {
@@ -104,8 +104,8 @@ void BM_BatchProcessSmallFile(benchmark::State& state) {
   }
   BenchFolder folder;
   const std::vector<std::string> arguments = {
-      program.string(), "--batch",   "--overwrite", "--settings-dir", folder.path.string(),
-      "--output-dir",   folder.path.string(),       sample.string()};
+      program.string(),     "--batch",      "--overwrite",        "--settings-dir",
+      folder.path.string(), "--output-dir", folder.path.string(), sample.string()};
   for (auto _ : state) {
     if (RunProcess(arguments) != 0) {
       state.SkipWithError("z4400conv --batch failed");
@@ -135,10 +135,18 @@ class TimedStages : public ConversionStages {
   TimedStages(std::unique_ptr<ConversionStages> inner, Clock::duration& spent)
       : inner_(std::move(inner)), spent_(spent) {}
 
-  void ResetRunTables() override { Time([&] { inner_->ResetRunTables(); }); }
-  void BeginFile() override { Time([&] { inner_->BeginFile(); }); }
-  void SetDisplayAlerts(bool on) override { Time([&] { inner_->SetDisplayAlerts(on); }); }
-  void SetUpUnitNames() override { Time([&] { inner_->SetUpUnitNames(); }); }
+  void ResetRunTables() override {
+    Time([&] { inner_->ResetRunTables(); });
+  }
+  void BeginFile() override {
+    Time([&] { inner_->BeginFile(); });
+  }
+  void SetDisplayAlerts(bool on) override {
+    Time([&] { inner_->SetDisplayAlerts(on); });
+  }
+  void SetUpUnitNames() override {
+    Time([&] { inner_->SetUpUnitNames(); });
+  }
   int16_t OpenSource(const std::string& path) override {
     return Time([&] { return inner_->OpenSource(path); });
   }
@@ -146,14 +154,24 @@ class TimedStages : public ConversionStages {
     return Time([&] { return inner_->ReadGeneralInfo(info); });
   }
   std::string ErrorText() const override { return inner_->ErrorText(); }
-  std::string ProbeVersion() override { return Time([&] { return inner_->ProbeVersion(); }); }
-  void SetSpreadsheetVersion(int16_t v) override { Time([&] { inner_->SetSpreadsheetVersion(v); }); }
-  void NewWorkbook() override { Time([&] { inner_->NewWorkbook(); }); }
+  std::string ProbeVersion() override {
+    return Time([&] { return inner_->ProbeVersion(); });
+  }
+  void SetSpreadsheetVersion(int16_t v) override {
+    Time([&] { inner_->SetSpreadsheetVersion(v); });
+  }
+  void NewWorkbook() override {
+    Time([&] { inner_->NewWorkbook(); });
+  }
   void ActivateWorksheet(const std::string& name) override {
     Time([&] { inner_->ActivateWorksheet(name); });
   }
-  void SaveWorkbook() override { Time([&] { inner_->SaveWorkbook(); }); }
-  void QuitSpreadsheet() override { Time([&] { inner_->QuitSpreadsheet(); }); }
+  void SaveWorkbook() override {
+    Time([&] { inner_->SaveWorkbook(); });
+  }
+  void QuitSpreadsheet() override {
+    Time([&] { inner_->QuitSpreadsheet(); });
+  }
   void CreateResultSheets(const std::string& path) override {
     Time([&] { inner_->CreateResultSheets(path); });
   }
@@ -188,7 +206,9 @@ class TimedStages : public ConversionStages {
   void PrepareScreenChart(int16_t top, int16_t end) override {
     Time([&] { inner_->PrepareScreenChart(top, end); });
   }
-  std::string TraceLabel(int trace) override { return Time([&] { return inner_->TraceLabel(trace); }); }
+  std::string TraceLabel(int trace) override {
+    return Time([&] { return inner_->TraceLabel(trace); });
+  }
   int16_t ReadTraceY(int screen, int trace, TraceData& data) override {
     return Time([&] { return inner_->ReadTraceY(screen, trace, data); });
   }
@@ -210,7 +230,9 @@ class TimedStages : public ConversionStages {
                          int screen) override {
     Time([&] { inner_->PlaceChartMarkers(markers, general, screen); });
   }
-  bool LogXMark(int screen) override { return Time([&] { return inner_->LogXMark(screen); }); }
+  bool LogXMark(int screen) override {
+    return Time([&] { return inner_->LogXMark(screen); });
+  }
   void CopyGraphSheets(const GeneralInfo& general, const MarkersInfo& markers) override {
     Time([&] { inner_->CopyGraphSheets(general, markers); });
   }

@@ -110,8 +110,7 @@ void ConsoleUi::Note(const std::string& text) {
 }
 
 void ConsoleUi::DrawLive() {
-  const int filled =
-      maximum_ > 0 ? std::clamp(value_, 0, maximum_) * kBarWidth / maximum_ : 0;
+  const int filled = maximum_ > 0 ? std::clamp(value_, 0, maximum_) * kBarWidth / maximum_ : 0;
   out_ << "\r\033[K[" << std::string(filled, '#') << std::string(kBarWidth - filled, ' ') << "] "
        << percentage_ << ' ' << status_ << std::flush;
   live_line_open_ = true;

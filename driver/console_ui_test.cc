@@ -49,8 +49,8 @@ TEST(ConsoleUiTest, OverwriteQuestionAndSaveDialog) {
   FileDialogRequest request{"Save Results As", "Excel Files (*.xlsx),*.xlsx", "/out/meas.xlsx",
                             "/out"};
   EXPECT_EQ(refuse.ChooseSaveFile(request), "/out/meas.xlsx") << "the proposal is accepted";
-  EXPECT_FALSE(refuse.AskYesNo("/out/meas.xlsx already exists",
-                               "Do you want to overwrite this file"));
+  EXPECT_FALSE(
+      refuse.AskYesNo("/out/meas.xlsx already exists", "Do you want to overwrite this file"));
   EXPECT_EQ(refuse.ChooseSaveFile(request), "") << "no one to type another name";
   EXPECT_EQ(out.str(),
             "z4400conv: /out/meas.xlsx already exists; not overwritten (use --overwrite to "
@@ -58,7 +58,8 @@ TEST(ConsoleUiTest, OverwriteQuestionAndSaveDialog) {
   EXPECT_EQ(refuse.ChooseSaveFile(request), "/out/meas.xlsx");
 
   ConsoleUi replace(out, false, /*overwrite=*/true, "/data");
-  EXPECT_TRUE(replace.AskYesNo("/out/meas.xlsx already exists", "Do you want to overwrite this file"));
+  EXPECT_TRUE(
+      replace.AskYesNo("/out/meas.xlsx already exists", "Do you want to overwrite this file"));
   EXPECT_EQ(replace.ChooseOpenFile({}), "");
   EXPECT_FALSE(replace.ended());
   replace.EndProgram();

@@ -19,7 +19,8 @@ int16_t ToInt16(int64_t value, const char* what) {
 }  // namespace
 
 void ComputeBlockRows(int32_t trace_points, int32_t screen, int16_t& top_row, int16_t& end_row) {
-  const int64_t top = (static_cast<int64_t>(trace_points) + kBlockGapRows) * screen + kFirstBlockRow;
+  const int64_t top =
+      (static_cast<int64_t>(trace_points) + kBlockGapRows) * screen + kFirstBlockRow;
   top_row = ToInt16(top, "block top row");
   end_row = ToInt16(static_cast<int64_t>(top_row) + trace_points, "block end row");
 }

@@ -66,7 +66,7 @@ class ConversionStages {
   virtual void CreateResultSheets(const std::string& output_path) = 0;
   /// The general-information block on sheet `sheet` with title `title`.
   virtual int16_t WriteGeneralInfo(const GeneralInfo& info, const std::string& sheet,
-                                    const std::string& title) = 0;
+                                   const std::string& title) = 0;
   /// Reads the configuration of screen `screen`.
   virtual int16_t ReadScreenConfig(int screen, ScreenInfo& info) = 0;
   /// Settles the time unit of the screen (per-screen X axis kind).
@@ -82,7 +82,8 @@ class ConversionStages {
   /// Reads the X values of the screen's points (kept for the writers).
   virtual int16_t ReadXAxisData(int screen) = 0;
   /// Writes the screen's X values to "Raw Data".
-  virtual void WriteRawXData(int screen, const GeneralInfo& info, const ScreenInfo& screen_info) = 0;
+  virtual void WriteRawXData(int screen, const GeneralInfo& info,
+                             const ScreenInfo& screen_info) = 0;
   /// Lays out the screen's block and prepares its empty chart.
   virtual void PrepareScreenChart(int16_t top_row, int16_t end_row) = 0;
   /// The label of a trace in status texts ("A", "B", "C", "M", "O").

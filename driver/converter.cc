@@ -100,8 +100,7 @@ void Converter::ShowFileList() { ui_.ShowFileList(files_.Names()); }
 
 // ---- Run --------------------------------------------------------------------------
 
-int32_t Converter::StartConversion(const std::string& output_directory,
-                                   bool use_output_directory) {
+int32_t Converter::StartConversion(const std::string& output_directory, bool use_output_directory) {
   ui_.SetControlsEnabled(false);
   ResetRun();
   run_.OutputDirectory = output_directory;
@@ -206,8 +205,8 @@ Converter::Flow Converter::ConvertFileSteps(ConversionJob& job) {
   job.WorkbookCreated = true;
 
   status_.SetStatus("Get output Data address");
-  job.OutputPath = ChooseOutputPath(job.General, job.SpreadsheetVersion,
-                                    {settings_, run_, status_});
+  job.OutputPath =
+      ChooseOutputPath(job.General, job.SpreadsheetVersion, {settings_, run_, status_});
   if (job.OutputPath.empty()) {
     job.Result = kStoppedQuietly;
     return Flow::kReturn;

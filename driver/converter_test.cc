@@ -22,10 +22,10 @@ struct Script {
   int32_t points = 3;
   std::vector<int32_t> trace_counts = {2};  ///< per screen; missing = 1
   std::string version = "16.0";
-  std::string fail_stage;           ///< returns status 1 from this stage
-  std::string throw_stage;          ///< throws RuntimeFailure from this stage
-  std::string cancel_stage;         ///< sets the cancel request flag here
-  std::string error_text;           ///< the readers' error text
+  std::string fail_stage;    ///< returns status 1 from this stage
+  std::string throw_stage;   ///< throws RuntimeFailure from this stage
+  std::string cancel_stage;  ///< sets the cancel request flag here
+  std::string error_text;    ///< the readers' error text
   int16_t markers_status = 0;
   std::set<int> log_x_screens;
 };
@@ -90,7 +90,8 @@ class ScriptedStages : public ConversionStages {
     Call("SetXScaleType " + std::to_string(screen));
   }
   int16_t ScreenTraceCount(int screen, int32_t& count) override {
-    count = screen < static_cast<int>(script_.trace_counts.size()) ? script_.trace_counts[screen] : 1;
+    count =
+        screen < static_cast<int>(script_.trace_counts.size()) ? script_.trace_counts[screen] : 1;
     return Status("ScreenTraceCount " + std::to_string(screen));
   }
   int16_t ReadXAxisData(int screen) override {
@@ -123,9 +124,7 @@ class ScriptedStages : public ConversionStages {
     Call("PlaceChartMarkers " + std::to_string(screen));
   }
   bool LogXMark(int screen) override { return script_.log_x_screens.count(screen) != 0; }
-  void CopyGraphSheets(const GeneralInfo&, const MarkersInfo&) override {
-    Call("CopyGraphSheets");
-  }
+  void CopyGraphSheets(const GeneralInfo&, const MarkersInfo&) override { Call("CopyGraphSheets"); }
 
  private:
   /// Records the call; acts on the script's failure, throw and cancel.
@@ -225,7 +224,8 @@ TEST(ConverterTest, StatusTextsOfOneFileInOrder) {
   EXPECT_EQ(f.CallsStartingWith("WriteMarkersDetails").size(), 2u);
   // Report active, saved; one file keeps the spreadsheet application.
   const std::vector<std::string> tail(f.calls.end() - 3, f.calls.end());
-  EXPECT_EQ(tail, (std::vector<std::string>{"Activate Report", "SaveWorkbook", "DisplayAlerts on"}));
+  EXPECT_EQ(tail,
+            (std::vector<std::string>{"Activate Report", "SaveWorkbook", "DisplayAlerts on"}));
   EXPECT_EQ(f.Count("QuitSpreadsheet"), 0);
   EXPECT_EQ(f.ui.controls_enabled, (std::vector<bool>{false, true}));
   EXPECT_TRUE(f.ui.file_list.empty()) << "the list is cleared after the run";
@@ -296,9 +296,9 @@ TEST(ConverterTest, FailuresEndTheProgram) {
     EXPECT_EQ(f.ui.messages[0].text, message);
     // Announced, shown in the box and announced again, then "Ready".
     const std::vector<std::string> tail(f.ui.events.end() - 5, f.ui.events.end());
-    EXPECT_EQ(tail, (std::vector<std::string>{"status: " + message,
-                                              "message: Error Message: " + message,
-                                              "status: " + message, "status: Ready", "end"}));
+    EXPECT_EQ(tail,
+              (std::vector<std::string>{"status: " + message, "message: Error Message: " + message,
+                                        "status: " + message, "status: Ready", "end"}));
     EXPECT_TRUE(f.ui.program_ended);
     EXPECT_TRUE(f.converter.ProgramEnded());
     EXPECT_EQ(f.Count("SaveWorkbook"), c.workbook_saved ? 1 : 0);
@@ -377,8 +377,7 @@ TEST(ConverterTest, QuietStops) {
     SCOPED_TRACE("empty list, dialog cancelled");
     Fixture f;
     EXPECT_EQ(f.Start(), -1);
-    EXPECT_EQ(f.ui.statuses,
-              (std::vector<std::string>{"Analyzing the source file", "Finish"}));
+    EXPECT_EQ(f.ui.statuses, (std::vector<std::string>{"Analyzing the source file", "Finish"}));
     EXPECT_FALSE(f.ui.program_ended);
   }
   {
@@ -425,7 +424,8 @@ TEST(ConverterTest, NoScreensStillSavesWithReportActive) {
   EXPECT_EQ(f.Start(), 0);
   EXPECT_TRUE(f.CallsStartingWith("ReadScreenConfig").empty());
   const std::vector<std::string> tail(f.calls.end() - 3, f.calls.end());
-  EXPECT_EQ(tail, (std::vector<std::string>{"Activate Report", "SaveWorkbook", "DisplayAlerts on"}));
+  EXPECT_EQ(tail,
+            (std::vector<std::string>{"Activate Report", "SaveWorkbook", "DisplayAlerts on"}));
 }
 
 TEST(ConverterTest, CancelRequestReturnsInsteadOfEnding) {
@@ -470,8 +470,8 @@ TEST(ConverterTest, LogOfARun) {
   }
   const std::string message = "Error occurred.Exit from the applicationNot MQD data.";
   EXPECT_EQ(texts, (std::vector<std::string>{"Analyzing the source file",
-                                             "Reading general file information", message,
-                                             message, "Ready"}));
+                                             "Reading general file information", message, message,
+                                             "Ready"}));
 
   Fixture done;
   done.converter.settings().LogEnabled = 1;
@@ -497,9 +497,8 @@ TEST(ConverterTest, SettingsAndListOperations) {
   EXPECT_TRUE(f.ui.messages.empty());
 
   testing::RecordingUi ui;
-  Converter missing(ui, f.scratch / "gone", [](const StageContext&) {
-    return std::unique_ptr<ConversionStages>();
-  });
+  Converter missing(ui, f.scratch / "gone",
+                    [](const StageContext&) { return std::unique_ptr<ConversionStages>(); });
   missing.LoadSettings();
   missing.SaveSettings();
   ASSERT_EQ(ui.messages.size(), 2u);

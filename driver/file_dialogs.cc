@@ -23,8 +23,7 @@ std::string ChooseOutputPathOrThrow(const GeneralInfo& info, int16_t spreadsheet
   const OutputKind kind = OutputKindFor(spreadsheet_version);
   bool ask = context.run.UseOutputDirectory == 0 || context.run.OutputDirectory.empty();
   const std::string folder = ask ? ui.DefaultDataFolder() : context.run.OutputDirectory;
-  const OutputProposal proposal =
-      ProposeOutputPath(info.SourcePath, folder, spreadsheet_version);
+  const OutputProposal proposal = ProposeOutputPath(info.SourcePath, folder, spreadsheet_version);
   std::string path = proposal.path;
   for (;;) {
     if (ask) {
@@ -32,8 +31,9 @@ std::string ChooseOutputPathOrThrow(const GeneralInfo& info, int16_t spreadsheet
       if (path.empty()) return {};
     }
     if (!FileExists(path)) break;
-    const bool overwrite = context.settings.WarnOnOverwrite != 1 ||
-                           ui.AskYesNo(path + " already exists", "Do you want to overwrite this file");
+    const bool overwrite =
+        context.settings.WarnOnOverwrite != 1 ||
+        ui.AskYesNo(path + " already exists", "Do you want to overwrite this file");
     if (overwrite) {
       std::error_code error;
       if (!std::filesystem::remove(path, error) || error) {
@@ -78,8 +78,7 @@ OutputProposal ProposeOutputPath(std::string_view source_path, const std::string
   // From after the separator up to and including the dot.
   const std::string base(source_path.substr(separator + 1, dot - separator));
   const std::string extension = OutputKindFor(spreadsheet_version).extension;
-  return {WithFolderSeparator(folder) + base + extension,
-          static_cast<int>(extension.size()) + 1};
+  return {WithFolderSeparator(folder) + base + extension, static_cast<int>(extension.size()) + 1};
 }
 
 std::string ChooseSourceFile(const FileList& files, UserInterface& ui) {

@@ -42,7 +42,7 @@ std::string WithFolderSeparator(std::string folder);
 
 /// The proposed output path and the length of its extension with the dot.
 struct OutputProposal {
-  std::string path;  ///< folder + base name + extension; empty without a name
+  std::string path;          ///< folder + base name + extension; empty without a name
   int extension_length = 0;  ///< 4 for "xls", 5 for "xlsx", 0 when empty
 };
 

@@ -1,7 +1,6 @@
 #include "driver/file_dialogs.h"
 
 #include <gtest/gtest.h>
-
 #include <unistd.h>
 
 #include <fstream>
@@ -47,8 +46,8 @@ TEST(FileDialogsTest, ProposalFollowsTheFirstDotAndTheVersion) {
            {"C:\\data\\meas.b.xml", "C:\\out\\", 12, "C:\\out\\meas.xlsx", 5},
            {"/data/run 1/meas.b.xml", "/out", 16, "/out/meas.xlsx", 5},
            {"/data/meas.csv", "D:\\mixed/out", 9, "D:\\mixed/out/meas.xls", 4},
-           {"meas.xml", "/out", 16, "", 0},        // no folder separator
-           {"/data/measxml", "/out", 16, "", 0},   // no dot
+           {"meas.xml", "/out", 16, "", 0},       // no folder separator
+           {"/data/measxml", "/out", 16, "", 0},  // no dot
            {"/data/meas.xml", "", 16, "meas.xlsx", 5},
        }) {
     const OutputProposal proposal = ProposeOutputPath(c.source, c.folder, c.version);

@@ -19,14 +19,14 @@ inline constexpr int32_t kCancelRequested = 2;
 /// Run state owned by the driver. A default-constructed object holds the
 /// start-up values (`InitDefaults`).
 struct RunState {
-  int16_t ProgressCounter = 0;  ///< one step per status text
+  int16_t ProgressCounter = 0;          ///< one step per status text
   int ProgressMaximum = kStepsPerFile;  ///< the progress bar's maximum
-  int32_t CancelRequest = 0;  ///< 2 = stop at the next stage boundary
-  int32_t QuitCount = 0;      ///< reset at each run; nothing else writes it
-  int16_t SpreadsheetVersion = 0;  ///< copy of the version for the chart stages
-  std::string OutputDirectory;     ///< output directory value of the run
-  int32_t UseOutputDirectory = 0;  ///< the main window's check box for the run
-  std::string ErrorText;           ///< detail shown by the failure message
+  int32_t CancelRequest = 0;            ///< 2 = stop at the next stage boundary
+  int32_t QuitCount = 0;                ///< reset at each run; nothing else writes it
+  int16_t SpreadsheetVersion = 0;       ///< copy of the version for the chart stages
+  std::string OutputDirectory;          ///< output directory value of the run
+  int32_t UseOutputDirectory = 0;       ///< the main window's check box for the run
+  std::string ErrorText;                ///< detail shown by the failure message
   /// Set when a failure ended the program: nothing more is converted.
   bool ProgramEnded = false;
 };

@@ -38,26 +38,26 @@ inline constexpr std::array<int32_t, kChartColors> kDefaultChartColors = {
 /// defaults (the state `InitDefaults` sets before "Data.ini" is read).
 /// The field order is the line order of "Data.ini".
 struct Settings {
-  std::string OutputDirectory;      ///< line 1: folder for the output workbooks
-  int32_t UseOutputDirectory = 1;   ///< line 2: main window check box, 0/1
-  int32_t WarnOnOverwrite = 1;      ///< line 3: "It warns, when overwrite."
-  int32_t DebugMode = 0;            ///< line 4: 1 = run-time failures not caught
-  int32_t AlwaysOnTop = 0;          ///< line 5: main window kept on top
-  int32_t GraphSheets = 1;          ///< line 6: copy charts to sheets (version < 12)
-  int32_t LineWeightIndex = 1;      ///< line 7: 0 "0.25 pt", 1 "1 pt", 2, 3
-  int32_t TraceAColor = kDefaultChartColors[0];        ///< line 8
-  int32_t TraceBColor = kDefaultChartColors[1];        ///< line 9
-  int32_t TraceCColor = kDefaultChartColors[2];        ///< line 10
-  int32_t TraceMColor = kDefaultChartColors[3];        ///< line 11
-  int32_t TraceOColor = kDefaultChartColors[4];        ///< line 12
-  int32_t PlotAreaColor = kDefaultChartColors[5];      ///< line 13
+  std::string OutputDirectory;                     ///< line 1: folder for the output workbooks
+  int32_t UseOutputDirectory = 1;                  ///< line 2: main window check box, 0/1
+  int32_t WarnOnOverwrite = 1;                     ///< line 3: "It warns, when overwrite."
+  int32_t DebugMode = 0;                           ///< line 4: 1 = run-time failures not caught
+  int32_t AlwaysOnTop = 0;                         ///< line 5: main window kept on top
+  int32_t GraphSheets = 1;                         ///< line 6: copy charts to sheets (version < 12)
+  int32_t LineWeightIndex = 1;                     ///< line 7: 0 "0.25 pt", 1 "1 pt", 2, 3
+  int32_t TraceAColor = kDefaultChartColors[0];    ///< line 8
+  int32_t TraceBColor = kDefaultChartColors[1];    ///< line 9
+  int32_t TraceCColor = kDefaultChartColors[2];    ///< line 10
+  int32_t TraceMColor = kDefaultChartColors[3];    ///< line 11
+  int32_t TraceOColor = kDefaultChartColors[4];    ///< line 12
+  int32_t PlotAreaColor = kDefaultChartColors[5];  ///< line 13
   int32_t DivisionLineColor = kDefaultChartColors[6];  ///< line 14
   /// line 15: set and cleared during a conversion; saved with whatever the
   /// last conversion left in it and read back at the next start.
   int16_t LogXInUse = 0;
-  int16_t LogEnabled = 0;           ///< line 16: non-zero = status texts go to "Log.txt"
-  double XScaleThreshold = 1000;    ///< line 17: X scale threshold
-  int16_t LogXOption = 1;           ///< line 18: log-X option
+  int16_t LogEnabled = 0;         ///< line 16: non-zero = status texts go to "Log.txt"
+  double XScaleThreshold = 1000;  ///< line 17: X scale threshold
+  int16_t LogXOption = 1;         ///< line 18: log-X option
 
   /// The seven chart colours in the order of lines 8 to 14.
   std::array<int32_t, kChartColors> ChartColors() const {

@@ -29,9 +29,7 @@ std::string_view Trim(std::string_view text) {
 
 /// A number in print form: a blank where the sign of a non-negative number
 /// would stand.
-std::string PrintForm(std::string digits) {
-  return digits.front() == '-' ? digits : " " + digits;
-}
+std::string PrintForm(std::string digits) { return digits.front() == '-' ? digits : " " + digits; }
 
 /// The shortest text that reads back as the same double; plain decimals for
 /// everyday magnitudes, an exponent only for very large or small ones.
@@ -39,10 +37,9 @@ std::string ShortestForm(double value) {
   std::array<char, 64> buffer{};
   const double magnitude = std::fabs(value);
   const bool plain = value == 0 || (magnitude >= 1e-5 && magnitude < 1e15);
-  const auto result =
-      plain ? std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                            std::chars_format::fixed)
-            : std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  const auto result = plain ? std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                            std::chars_format::fixed)
+                            : std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
   return std::string(buffer.data(), result.ptr);
 }
 
@@ -97,10 +94,10 @@ std::filesystem::path ProgramFolder() {
 
 std::string FormatDataIni(const Settings& settings) {
   const std::array<int64_t, 13> numbers_3_to_15 = {
-      settings.WarnOnOverwrite, settings.DebugMode,     settings.AlwaysOnTop,
+      settings.WarnOnOverwrite, settings.DebugMode,       settings.AlwaysOnTop,
       settings.GraphSheets,     settings.LineWeightIndex, settings.TraceAColor,
-      settings.TraceBColor,     settings.TraceCColor,   settings.TraceMColor,
-      settings.TraceOColor,     settings.PlotAreaColor, settings.DivisionLineColor,
+      settings.TraceBColor,     settings.TraceCColor,     settings.TraceMColor,
+      settings.TraceOColor,     settings.PlotAreaColor,   settings.DivisionLineColor,
       settings.LogXInUse};
   std::string text = settings.OutputDirectory + "\r\n";
   text += std::to_string(settings.UseOutputDirectory) + "\r\n";
@@ -155,8 +152,8 @@ SettingsFileStatus ReadSettingsFile(const std::filesystem::path& folder, Setting
   return SettingsFileStatus::kDone;
 }
 
-SettingsFileStatus WriteSettingsFile(const std::filesystem::path& folder,
-                                     const Settings& settings, std::string* error) {
+SettingsFileStatus WriteSettingsFile(const std::filesystem::path& folder, const Settings& settings,
+                                     std::string* error) {
   std::error_code folder_error;
   if (!std::filesystem::is_directory(folder, folder_error)) {
     return SettingsFileStatus::kMissingFolder;

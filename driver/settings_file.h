@@ -54,8 +54,8 @@ SettingsFileStatus ReadSettingsFile(const std::filesystem::path& folder, Setting
 /// Writes folder/"Data.ini" through a temporary file renamed over it, so an
 /// interrupted save never leaves a half-written file. On kWriteFailed,
 /// `error` (when not null) receives the reason.
-SettingsFileStatus WriteSettingsFile(const std::filesystem::path& folder,
-                                     const Settings& settings, std::string* error);
+SettingsFileStatus WriteSettingsFile(const std::filesystem::path& folder, const Settings& settings,
+                                     std::string* error);
 
 }  // namespace z4400
 

@@ -38,9 +38,9 @@ TEST(SettingsFileTest, DefaultsAreWrittenAsTheTableAndPrintFormattingSay) {
   // Defaults of the settings table; line 1 empty, line 2 without a blank,
   // lines 3 to 18 with the sign blank.
   const std::vector<std::string> expected = {
-      "",          "1",         " 1",        " 0",        " 0",        " 1",
-      " 1",        " 16711680", " 1262987",  " 6053069",  " 13150975", " 38655",
-      " 13093064", " 13499135", " 0",        " 0",        " 1000",     " 1"};
+      "",          "1",         " 1",       " 0",       " 0",        " 1",
+      " 1",        " 16711680", " 1262987", " 6053069", " 13150975", " 38655",
+      " 13093064", " 13499135", " 0",       " 0",       " 1000",     " 1"};
   EXPECT_EQ(lines, expected);
 }
 

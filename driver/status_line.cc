@@ -34,9 +34,9 @@ void RemoveAll(std::string& text, const std::string& piece) {
 }  // namespace
 
 std::string PercentageText(int counter, int file_count) {
-  const double percentage = file_count < 1
-                                ? counter * 100.0 / kStepsPerFile
-                                : (static_cast<double>(counter) / file_count) * 100.0 / kStepsPerFile;
+  const double percentage =
+      file_count < 1 ? counter * 100.0 / kStepsPerFile
+                     : (static_cast<double>(counter) / file_count) * 100.0 / kStepsPerFile;
   const long rounded = std::lround(percentage);  // half away from zero
   return (rounded == 0 ? std::string() : std::to_string(rounded)) + "%";
 }
@@ -92,9 +92,8 @@ void StatusLine::AppendLog(const std::string& text) {
 
 void StatusLine::WaitSeconds(double seconds) {
   using Clock = std::chrono::steady_clock;
-  const Clock::time_point end =
-      Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                         std::chrono::duration<double>(seconds));
+  const Clock::time_point end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                                   std::chrono::duration<double>(seconds));
   while (Clock::now() < end) {
     ui_.ProcessEvents();
     // A short pause per turn keeps the wait from occupying a whole core.

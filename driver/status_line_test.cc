@@ -46,11 +46,11 @@ TEST(StatusLineTest, PercentageLabel) {
     const char* expected;
   };
   for (const Case& c : std::vector<Case>{
-           {0, 0, "%"},       // "###" shows 0 without digits
-           {25, 0, "50%"},    // empty list: one file's worth
-           {50, 2, "50%"},    // two files, first done
+           {0, 0, "%"},     // "###" shows 0 without digits
+           {25, 0, "50%"},  // empty list: one file's worth
+           {50, 2, "50%"},  // two files, first done
            {100, 4, "50%"},
-           {1, 4, "1%"},      // 0.5 rounds up
+           {1, 4, "1%"},  // 0.5 rounds up
            {200, 4, "100%"},
            {3, 3, "2%"},
        }) {

@@ -55,8 +55,7 @@ class UserInterface {
 
   /// Modal message box with one OK button. An empty title means the
   /// program's own name (the default title).
-  virtual void ShowMessage(MessageKind kind, const std::string& title,
-                           const std::string& text) = 0;
+  virtual void ShowMessage(MessageKind kind, const std::string& title, const std::string& text) = 0;
 
   /// Modal Yes/No question; true when the user answers Yes.
   virtual bool AskYesNo(const std::string& title, const std::string& text) = 0;
@@ -70,8 +69,7 @@ class UserInterface {
   virtual std::string ChooseSaveFile(const FileDialogRequest& request) = 0;
 
   /// Folder browser. Returns the chosen folder, or the empty text on cancel.
-  virtual std::string ChooseFolder(const std::string& title,
-                                   const std::string& initial_folder) = 0;
+  virtual std::string ChooseFolder(const std::string& title, const std::string& initial_folder) = 0;
 
   /// The folder the file dialogs start in when nothing else is set (the
   /// user's documents folder on the desktop, the current folder in batch).

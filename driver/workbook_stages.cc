@@ -57,9 +57,7 @@ void WorkbookStages::SetUpUnitNames() { unit_names_ = InitUnitNames(); }
 
 int16_t WorkbookStages::OpenSource(const std::string& path) { return source_.OpenSource(path); }
 
-int16_t WorkbookStages::ReadGeneralInfo(GeneralInfo& info) {
-  return source_.ReadGeneralInfo(info);
-}
+int16_t WorkbookStages::ReadGeneralInfo(GeneralInfo& info) { return source_.ReadGeneralInfo(info); }
 
 std::string WorkbookStages::ErrorText() const { return source_.ErrorText(); }
 

@@ -48,7 +48,8 @@ TEST(WorkbookStagesTest, OneFileKeepsTheSpreadsheetTwoQuitIt) {
     EXPECT_EQ(workbook.Name(), "spectrum_dbm_markers.xlsx");
     EXPECT_EQ(workbook.ActiveSheet().Name(), "Report");
     std::vector<std::string> names;
-    for (int i = 1; i <= workbook.Sheets().Count(); ++i) names.push_back(workbook.Sheets()(i).Name());
+    for (int i = 1; i <= workbook.Sheets().Count(); ++i)
+      names.push_back(workbook.Sheets()(i).Name());
     EXPECT_EQ(names, (std::vector<std::string>{"Report", "Raw Data", "Markers Details"}));
     EXPECT_EQ(application->StatusBar(), "Finish") << "status texts reach the status bar";
     EXPECT_TRUE(application->DisplayAlerts()) << "alerts back on after the file";

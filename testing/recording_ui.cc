@@ -16,8 +16,7 @@ void RecordingUi::SetProgressValue(int value) { progress_values.push_back(value)
 
 void RecordingUi::ShowPercentage(const std::string& text) { percentages.push_back(text); }
 
-void RecordingUi::ShowMessage(MessageKind kind, const std::string& title,
-                              const std::string& text) {
+void RecordingUi::ShowMessage(MessageKind kind, const std::string& title, const std::string& text) {
   messages.push_back({kind, title, text});
   events.push_back("message: " + title + ": " + text);
 }
