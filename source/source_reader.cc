@@ -56,7 +56,9 @@ int16_t SourceReader::OpenSourceBytes(const std::string& path, std::string_view 
   source_kind_ = LastThree(path);
   source_path_ = path;
   int16_t status = 1;
-  if (bytes.size() > kMaxSourceBytes) {
+  if (source_kind_ != "xml" && source_kind_ != "csv") {
+    status = 1;  // nothing loaded
+  } else if (bytes.size() > kMaxSourceBytes) {
     error_text_ = std::string(kFileTooLargeText);
     status = -1;
   } else if (source_kind_ == "xml") {
