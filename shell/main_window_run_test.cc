@@ -126,7 +126,7 @@ TEST(MainWindowRunTest, StartConvertsIntoTheFolderAndOpensASingleWorkbook) {
   auto* folder = fixture.Find<QLineEdit>("Text1");
   folder->setText(QString::fromStdString(out.string()));
   auto* check = fixture.Find<QCheckBox>("Check1");
-  if (!check->isChecked()) QTest::mouseClick(check, Qt::LeftButton);
+  if (!check->isChecked()) testing::ClickCheckBox(check);
   const std::string source = CopiedSample(samples, sources, kFirstSample);
   DropFiles(fixture.window.get(), {source});
 

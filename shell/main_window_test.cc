@@ -180,7 +180,7 @@ TEST(MainWindowTest, StartUpShowsTheSettingsAndClosingDoesNotSaveThem) {
   EXPECT_EQ(fixture.Find<QLabel>("Label4")->text().toStdString(), "Ready");
 
   // Edits reach "Data.ini" only through "Save(&S)"; closing ends the program.
-  QTest::mouseClick(check, Qt::LeftButton);
+  testing::ClickCheckBox(check);
   folder->clear();
   QTest::keyClicks(folder, "elsewhere");
   QSignalSpy ending(fixture.window.get(), &Form1::ProgramEnding);
@@ -199,7 +199,7 @@ TEST(MainWindowTest, SaveMenuAndBrowseStoreTheOutputFolder) {
   {
     SCOPED_TRACE("Save(&S) copies the box and the check box, then writes Data.ini");
     QTest::keyClicks(folder, "typed folder");
-    if (check->isChecked()) QTest::mouseClick(check, Qt::LeftButton);
+    if (check->isChecked()) testing::ClickCheckBox(check);
     fixture.Action("Savemnu")->trigger();
     ASSERT_EQ(ReadSettingsFile(fixture.scratch.path(), read_back), SettingsFileStatus::kDone);
     EXPECT_EQ(read_back.OutputDirectory, "typed folder");

@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -135,6 +136,7 @@ void Form2::Open(const Settings& settings, bool reveal_debug_mode) {
   const std::array<int32_t, kChartColors> colors = settings.ChartColors();
   for (std::size_t i = 0; i < colors.size(); ++i) colors_[i]->SetColor(colors[i]);
   debug_mode_->setVisible(reveal_debug_mode);
+  layout()->activate();
   adjustSize();
   open();
 }

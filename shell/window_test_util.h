@@ -7,9 +7,11 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QTest>
 #include <QUrl>
 #include <deque>
 #include <filesystem>
@@ -37,6 +39,12 @@ inline void EnsureApplication() {
   static QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
 }
+
+/// A base of fixtures whose members are widgets: the application exists
+/// before they are built.
+struct ApplicationReady {
+  ApplicationReady() { EnsureApplication(); }
+};
 
 /// Dialogs answered by a RecordingUi (its queues and records), with a folder
 /// browser and a record of the workbooks handed to the desktop. A hook runs
@@ -120,6 +128,11 @@ inline std::unique_ptr<QMimeData> FilesData(const std::vector<std::string>& path
   for (const std::string& path : paths) urls << QUrl::fromLocalFile(QString::fromStdString(path));
   data->setUrls(urls);
   return data;
+}
+
+/// Clicks a check box on its tick mark (a click beyond its caption misses).
+inline void ClickCheckBox(QCheckBox* box) {
+  QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
 }
 
 /// Delivers a drop of `paths` on `target` as the desktop would: the drag
