@@ -1,7 +1,6 @@
 #include "workbook/cell_address.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace z4400 {
 namespace {
@@ -13,21 +12,23 @@ struct Corner {
   int row = 0;     // 0 when the side names whole columns
 };
 
+bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 std::optional<Corner> ParseCorner(std::string_view text) {
   Corner corner;
   std::size_t i = 0;
   if (i < text.size() && text[i] == '$') ++i;
   const std::size_t letters_start = i;
-  while (i < text.size() && std::isalpha(static_cast<unsigned char>(text[i]))) {
+  while (i < text.size() && IsLetter(text[i])) {
     if (i - letters_start >= 3) return std::nullopt;
-    corner.column =
-        corner.column * 26 + (std::toupper(static_cast<unsigned char>(text[i])) - 'A' + 1);
+    corner.column = corner.column * 26 + ((text[i] | 0x20) - 'a' + 1);
     ++i;
   }
   const bool has_letters = i > letters_start;
   if (has_letters && i < text.size() && text[i] == '$') ++i;
   const std::size_t digits_start = i;
-  while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) {
+  while (i < text.size() && IsDigit(text[i])) {
     if (i - digits_start >= 7) return std::nullopt;
     corner.row = corner.row * 10 + (text[i] - '0');
     ++i;
