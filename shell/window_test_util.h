@@ -29,14 +29,22 @@
 
 namespace z4400::testing {
 
-/// The program's one QApplication (offscreen unless a platform is set).
+/// The test program's QApplication, once made; released by the test
+/// environment before the program exits (Qt must not outlive main()).
+inline std::unique_ptr<QApplication>& ApplicationHolder() {
+  static std::unique_ptr<QApplication> holder;
+  return holder;
+}
+
+/// Makes the program's one QApplication (offscreen unless a platform is
+/// set) when there is none yet.
 inline void EnsureApplication() {
   if (QApplication::instance() != nullptr) return;
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   static int argc = 1;
   static char name[] = "shell_tests";
   static char* argv[] = {name, nullptr};
-  static QApplication application(argc, argv);
+  ApplicationHolder() = std::make_unique<QApplication>(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
 }
 
