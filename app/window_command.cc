@@ -3,6 +3,7 @@
 // with files dropped on its icon.
 #include <filesystem>
 #include <iostream>
+#include <string>
 #include <system_error>
 
 #include "app/commands.h"
@@ -32,17 +33,31 @@ std::string ListedPath(const std::string& argument) {
   return absolute.lexically_normal().string();
 }
 
+/// The spreadsheet version text the window writes for: "--excel-version N"
+/// (or "=N") of the command line as "N.0", else the model's default. The
+/// command line was checked before the window opens.
+std::string VersionText(int argc, char** argv) {
+  const std::string option = "--excel-version";
+  for (int i = 1; i < argc; ++i) {
+    const std::string argument = argv[i];
+    if (argument == option && i + 1 < argc) return std::string(argv[i + 1]) + ".0";
+    if (argument.rfind(option + "=", 0) == 0) return argument.substr(option.size() + 1) + ".0";
+  }
+  return kDefaultVersion;
+}
+
 }  // namespace
 
 int RunWindow(int argc, char** argv, const std::vector<std::string>& files,
               const std::optional<std::string>& settings_dir) {
+  const std::string version = VersionText(argc, argv);
   QApplication application(argc, argv);
   QApplication::setApplicationName(QString::fromLatin1(kWindowTitle));
 
   WindowOptions options;
   options.settings_folder = settings_dir ? std::filesystem::path(*settings_dir) : ProgramFolder();
-  options.make_stages = WorkbookStagesFactory(kDefaultVersion);
-  options.version_probe = [] { return Application(kDefaultVersion).Version(); };
+  options.make_stages = WorkbookStagesFactory(version);
+  options.version_probe = [version] { return Application(version).Version(); };
 
   QtModalDialogs dialogs;
   Form1 window(dialogs, std::move(options));

@@ -80,6 +80,7 @@ void Form1::BuildControls() {
   use_output_folder_->setToolTip(
       QStringLiteral("Save the workbooks into this folder without asking"));
   output_folder_ = Named(new QLineEdit(central), "Text1");
+  output_folder_->setAcceptDrops(false);  // files dropped here go to the list
   browse_ = Named(new QPushButton(QStringLiteral("Browse..."), central), "Command2");
   connect(browse_, &QPushButton::clicked, this, &Form1::BrowseClicked);
   auto* folder_row = new QHBoxLayout;
