@@ -4,10 +4,9 @@
 // conversion rules make of the sample's own text. A real spreadsheet
 // application, LibreOffice Calc, must open every workbook and draw it, and
 // every XML part must validate against the OOXML schemas.
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdio>
@@ -37,10 +36,10 @@ using testing::InstrumentSample;
 using testing::SampleScreen;
 
 /// The samples that convert; "rejected_model.xml" is the one that does not.
-const char* const kConvertedSamples[] = {
-    "spectrum_dbm_markers.xml", "three_screens_mixed.xml", "two_screens_markers.csv",
-    "delta_markers.xml",        "log_x_axis.csv",          "linear_watts_volts.xml",
-    "gap_in_trace.xml",         "digital_functions.csv"};
+const char* const kConvertedSamples[] = {"spectrum_dbm_markers.xml", "three_screens_mixed.xml",
+                                         "two_screens_markers.csv",  "delta_markers.xml",
+                                         "log_x_axis.csv",           "linear_watts_volts.xml",
+                                         "gap_in_trace.xml",         "digital_functions.csv"};
 constexpr char kRejectedSample[] = "rejected_model.xml";
 
 std::string Quoted(const std::string& text) {
@@ -93,8 +92,8 @@ bool IsDbUnit(const std::string& unit) {
 
 /// Level-unit code of a digital screen's function (7 to 12); −1 for others.
 int DigitalUnitCode(const std::string& function) {
-  const std::map<std::string, int> codes = {{"Freq-Time", 7},  {"Phase-Time", 8},
-                                            {"Power-Time", 9}, {"IQ-Time", 10},
+  const std::map<std::string, int> codes = {{"Freq-Time", 7},   {"Phase-Time", 8},
+                                            {"Power-Time", 9},  {"IQ-Time", 10},
                                             {"PartialFFT", 11}, {"Phase-Freq", 12}};
   const auto found = codes.find(function);
   return found == codes.end() ? -1 : found->second;
@@ -272,8 +271,8 @@ TEST_F(ConvertSamplesTest, XValuesAndPlottedLevelsFollowTheSource) {
       ASSERT_TRUE(raw.ValueAt(top, 6).IsNumber());
       ASSERT_LT(first, last);
       for (const int k : {1, points / 3, points - 2}) {
-        EXPECT_NEAR(raw.ValueAt(top + k, 6).Number(),
-                    first + (last - first) * k / (points - 1), 1e-9 * std::fabs(last - first))
+        EXPECT_NEAR(raw.ValueAt(top + k, 6).Number(), first + (last - first) * k / (points - 1),
+                    1e-9 * std::fabs(last - first))
             << "point " << k;
       }
       if (!screen.IsDigital() && screen.Number("SP") != 0 && screen.Number("FA") > 0) {
@@ -281,8 +280,8 @@ TEST_F(ConvertSamplesTest, XValuesAndPlottedLevelsFollowTheSource) {
         EXPECT_NEAR(last / first, screen.Number("FB") / screen.Number("FA"), 1e-9 * last / first);
       }
       // A logarithmic dB scale plots the levels as the file holds them.
-      const bool log_db = !screen.IsDigital() && screen.Text("VS") == "LOG" &&
-                          IsDbUnit(screen.Text("AUNITS"));
+      const bool log_db =
+          !screen.IsDigital() && screen.Text("VS") == "LOG" && IsDbUnit(screen.Text("AUNITS"));
       if (!log_db) continue;
       for (size_t t = 0; t < screen.traces.size(); ++t) {
         const int column = 4 * static_cast<int>(t) + 10;
@@ -330,14 +329,15 @@ TEST_F(ConvertSamplesTest, OneChartPerScreenWithItsTracesTitlesAndScales) {
       const pugi::xml_node scatter = chart.select_node("c:plotArea/c:scatterChart").node();
       ASSERT_TRUE(scatter);
       EXPECT_STREQ(scatter.child("c:scatterStyle").attribute("val").value(), "lineMarker");
-      EXPECT_EQ(Hex(defaults.PlotAreaColor),
-                chart.select_node("c:plotArea/c:spPr/a:solidFill/a:srgbClr/@val").attribute().value());
+      EXPECT_EQ(
+          Hex(defaults.PlotAreaColor),
+          chart.select_node("c:plotArea/c:spPr/a:solidFill/a:srgbClr/@val").attribute().value());
 
       std::vector<pugi::xml_node> series;
       for (const pugi::xml_node ser : scatter.children("c:ser")) series.push_back(ser);
       ASSERT_EQ(series.size(), screen.traces.size());
-      const bool shifted = !screen.IsDigital() && screen.Text("VS") == "LOG" &&
-                           IsDbUnit(screen.Text("AUNITS"));
+      const bool shifted =
+          !screen.IsDigital() && screen.Text("VS") == "LOG" && IsDbUnit(screen.Text("AUNITS"));
       for (size_t t = 0; t < series.size(); ++t) {
         SCOPED_TRACE("trace " + std::to_string(t));
         const pugi::xml_node ser = series[t];
@@ -349,8 +349,8 @@ TEST_F(ConvertSamplesTest, OneChartPerScreenWithItsTracesTitlesAndScales) {
         EXPECT_EQ(ser.select_node("c:spPr/a:ln/@w").attribute().as_int(), 12700)
             << "thin line (1 pt) by default";
         const std::string x_letter = "F";
-        const std::string y_letter = ExcelColNumber2ColLetter(4 * static_cast<int>(t) + 9 +
-                                                              (shifted ? 1 : 0));
+        const std::string y_letter =
+            ExcelColNumber2ColLetter(4 * static_cast<int>(t) + 9 + (shifted ? 1 : 0));
         const std::string rows = std::to_string(expected_x.first_row) + ":$";
         EXPECT_EQ(std::string(ser.select_node("c:xVal//c:f").node().text().get()),
                   "'Raw Data'!$" + x_letter + "$" + rows + x_letter + "$" + std::to_string(end));
@@ -358,8 +358,10 @@ TEST_F(ConvertSamplesTest, OneChartPerScreenWithItsTracesTitlesAndScales) {
                   "'Raw Data'!$" + y_letter + "$" + rows + y_letter + "$" + std::to_string(end));
       }
 
-      const pugi::xml_node x_axis = chart.select_node("c:plotArea/c:valAx[c:axPos/@val='b']").node();
-      const pugi::xml_node y_axis = chart.select_node("c:plotArea/c:valAx[c:axPos/@val='l']").node();
+      const pugi::xml_node x_axis =
+          chart.select_node("c:plotArea/c:valAx[c:axPos/@val='b']").node();
+      const pugi::xml_node y_axis =
+          chart.select_node("c:plotArea/c:valAx[c:axPos/@val='l']").node();
       ASSERT_TRUE(x_axis);
       ASSERT_TRUE(y_axis);
       const std::string x_title = x_axis.select_node("c:title//a:t").node().text().get();
@@ -451,9 +453,8 @@ MarkedPoints ExpectedMarkers(const SampleScreen& screen, int s) {
   const int marker_count = on - (delta ? 1 : 0);
   const int counted = marker_count + (mode == 2 ? 1 : 0);
   if (mode == 0 || counted < 1 || (mode == 2 && counted < 2)) return points;
-  const int selected = screen.Text("MKRSEL") == "Ref"
-                           ? 0
-                           : static_cast<int>(std::lround(screen.Number("MKRSEL")));
+  const int selected =
+      screen.Text("MKRSEL") == "Ref" ? 0 : static_cast<int>(std::lround(screen.Number("MKRSEL")));
   const int active = selected >= 1 ? selected - 1 : 0;
   // Where marker number k (0-based) sits, when it is drawn.
   auto place = [&](int k) -> std::optional<std::pair<int, int>> {
@@ -501,10 +502,10 @@ TEST_F(ConvertSamplesTest, ARejectedModelWritesNoWorkbook) {
   testing::ScratchDir scratch;
   std::string err;
   const int status = RunShell(Quoted(std::getenv("Z4400_CONV")) + " --batch --settings-dir " +
-                             Quoted(scratch.path().string()) + " --output-dir " +
-                             Quoted(scratch.path().string()) + " " +
-                             Quoted((*samples / kRejectedSample).string()) + " >/dev/null",
-                         &err);
+                                  Quoted(scratch.path().string()) + " --output-dir " +
+                                  Quoted(scratch.path().string()) + " " +
+                                  Quoted((*samples / kRejectedSample).string()) + " >/dev/null",
+                              &err);
   EXPECT_EQ(status, 1);
   EXPECT_NE(err.find("Not MQD data."), std::string::npos) << err;
   EXPECT_FALSE(std::filesystem::exists(scratch / "rejected_model.xlsx"));
@@ -514,7 +515,8 @@ TEST_F(ConvertSamplesTest, ARejectedModelWritesNoWorkbook) {
 /// part that is not XML.
 std::string SchemaOf(const std::string& part) {
   auto ends_with = [&](const std::string& tail) {
-    return part.size() >= tail.size() && part.compare(part.size() - tail.size(), tail.size(), tail) == 0;
+    return part.size() >= tail.size() &&
+           part.compare(part.size() - tail.size(), tail.size(), tail) == 0;
   };
   if (part == "[Content_Types].xml") return "opc-contentTypes.xsd";
   if (ends_with(".rels")) return "opc-relationships.xsd";
@@ -564,8 +566,8 @@ TEST_F(ConvertSamplesTest, EveryPartValidatesAgainstTheSchemas) {
     }
     EXPECT_GT(by_schema["dml-chart.xsd"].size(), 0u);
     for (const auto& [schema, files] : by_schema) {
-      std::string command = "xmllint --noout --nonet --schema " +
-                            Quoted((*ooxml / "schemas" / schema).string());
+      std::string command =
+          "xmllint --noout --nonet --schema " + Quoted((*ooxml / "schemas" / schema).string());
       for (const auto& file : files) command += " " + Quoted(file.string());
       std::string err;
       RunShell(command, &err);
@@ -577,10 +579,9 @@ TEST_F(ConvertSamplesTest, EveryPartValidatesAgainstTheSchemas) {
 TEST_F(ConvertSamplesTest, LibreOfficeOpensAndDrawsEveryWorkbook) {
   if (!HaveProgram("soffice")) GTEST_SKIP() << "LibreOffice (soffice) is not installed";
   testing::ScratchDir pdf;
-  std::string command = "timeout 600 soffice -env:UserInstallation=file://" +
-                        (pdf.path() / "profile").string() +
-                        " --headless --norestore --convert-to pdf --outdir " +
-                        Quoted(pdf.path().string());
+  std::string command =
+      "timeout 600 soffice -env:UserInstallation=file://" + (pdf.path() / "profile").string() +
+      " --headless --norestore --convert-to pdf --outdir " + Quoted(pdf.path().string());
   for (auto& [name, c] : *converted_) command += " " + Quoted(c.workbook.string());
   std::string err;
   ASSERT_EQ(RunShell(command + " >/dev/null", &err), 0) << err;

@@ -7,10 +7,9 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <pugixml.hpp>
 #include <string>
 #include <vector>
-
-#include <pugixml.hpp>
 
 #include "workbook/zip_reader.h"
 

@@ -10,11 +10,10 @@
 #include <fstream>
 #include <map>
 #include <optional>
+#include <pugixml.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <pugixml.hpp>
 
 namespace z4400::testing {
 

@@ -1,8 +1,8 @@
 #include "charts/chart_formatter.h"
 
-#include <string>
-
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "charts/chart_test_util.h"
 #include "charts/trace_series.h"
@@ -18,8 +18,8 @@ TEST(ChartFormatterTest, TitlesFollowTheUnitCodeAndTheSpan) {
   const struct {
     int32_t code;
     const char* prefix;
-  } codes[] = {{0, "Level ("},  {5, "Level ("},  {6, "Level ("}, {7, "Freq ("},
-               {8, "Degree ("}, {9, "Level ("},  {10, "Volts ("}, {11, "Level ("},
+  } codes[] = {{0, "Level ("},   {5, "Level ("},  {6, "Level ("},  {7, "Freq ("},
+               {8, "Degree ("},  {9, "Level ("},  {10, "Volts ("}, {11, "Level ("},
                {12, "Degree ("}, {13, "Level ("}, {-1, "Level ("}};
   for (const auto& c : codes) {
     EXPECT_EQ(YAxisTitle(c.code, "kHz"), std::string(c.prefix) + "kHz)") << c.code;
@@ -160,8 +160,8 @@ TEST(ChartFormatterTest, LogarithmicScreensTakeTheAxisBounds) {
   scale.AxisMax = 1;
   GeneralInfo general;
   general.TracePoints = 101;
-  FormatScreenChart(result.application(), info, general, 0, {"msec", "dBm"}, scale,
-                    ChartSettings{}, feedback);
+  FormatScreenChart(result.application(), info, general, 0, {"msec", "dBm"}, scale, ChartSettings{},
+                    feedback);
   const Axis& x = result.sheet("Report").ChartObjects(1).Chart().Axes(kXlCategory);
   EXPECT_EQ(x.ScaleType(), kXlScaleLogarithmic);
   EXPECT_DOUBLE_EQ(x.MinimumScale(), 0.1);
@@ -173,12 +173,12 @@ TEST(ChartFormatterTest, WithoutXValuesTheScaleStaysAutomatic) {
   ResultWorkbook result;
   RecordingFeedback feedback;
   CellRange x_range = PrepareScreenChart(result.application(), 12, 112);
-  AddTraceSeries(result.application(), ScreenInfo{}, 0, x_range, {12, 112, 0}, 0,
-                 ChartSettings{}, feedback);
+  AddTraceSeries(result.application(), ScreenInfo{}, 0, x_range, {12, 112, 0}, 0, ChartSettings{},
+                 feedback);
   GeneralInfo general;
   general.TracePoints = 101;
-  FormatScreenChart(result.application(), ScreenInfo{}, general, 0, {"sec", "dBm"},
-                    XAxisScale{}, ChartSettings{}, feedback);
+  FormatScreenChart(result.application(), ScreenInfo{}, general, 0, {"sec", "dBm"}, XAxisScale{},
+                    ChartSettings{}, feedback);
   const Axis& x = result.sheet("Report").ChartObjects(1).Chart().Axes(kXlCategory);
   EXPECT_TRUE(x.MinimumScaleIsAuto());
   EXPECT_TRUE(x.MajorUnitIsAuto());

@@ -1,8 +1,8 @@
 #include "charts/chart_markers.h"
 
-#include <string>
-
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "charts/chart_test_util.h"
 #include "charts/trace_series.h"
@@ -48,7 +48,7 @@ TEST(ChartMarkersTest, TheMarkerHeaderReadsAsTheChartSummary) {
   delta.DeltaMode = 2;
   delta.Reserved = -1;
   delta.FixedMarker = 0;
-  delta.MarkerCount = 2;  // "MKRNBON" 3 with "MKRDLT" "ON"
+  delta.MarkerCount = 2;     // "MKRNBON" 3 with "MKRDLT" "ON"
   delta.SelectedMarker = 0;  // "Ref"
   const ChartMarkerSummary summary = ChartSummaryOf(delta);
   EXPECT_EQ(summary.MarkerMode, 2);
@@ -82,7 +82,7 @@ TEST(ChartMarkersTest, CountsDecideWhetherAnythingIsDrawn) {
   const struct {
     int32_t mode, on;
     bool drawn;
-  } cases[] = {{0, 3, false}, {1, 0, false}, {1, 1, true}, {2, 1, false},
+  } cases[] = {{0, 3, false}, {1, 0, false}, {1, 1, true},  {2, 1, false},
                {2, 2, true},  {3, 5, false}, {-1, 2, false}};
   for (const auto& c : cases) {
     EXPECT_EQ(CountsAllowMarkers({c.mode, c.on}), c.drawn) << c.mode << " " << c.on;
@@ -211,8 +211,8 @@ TEST(ChartMarkersTest, WarningsForMarkersThatCannotBePlaced) {
     EXPECT_THROW(MarkChartPoint(book.application(), On(0, 101), style, book.feedback),
                  RuntimeFailure);
     // A marker that is off is not looked at.
-    EXPECT_NO_THROW(MarkChartPoint(book.application(), ChartMarkerEntry{0, 5, 9, 1000}, style,
-                                   book.feedback));
+    EXPECT_NO_THROW(
+        MarkChartPoint(book.application(), ChartMarkerEntry{0, 5, 9, 1000}, style, book.feedback));
   }
 }
 

@@ -27,8 +27,8 @@ TEST(GraphSheetsTest, OldVersionsWithTheOptionGetAChartSheetPerScreen) {
     RecordingFeedback feedback;
     for (int screen = 0; screen < 2; ++screen) {
       CellRange x_range = PrepareScreenChart(result.application(), 12, 112);
-      AddTraceSeries(result.application(), ScreenInfo{}, 0, x_range, {12, 112, 0}, screen,
-                     settings, feedback);
+      AddTraceSeries(result.application(), ScreenInfo{}, 0, x_range, {12, 112, 0}, screen, settings,
+                     feedback);
       Chart& chart = result.sheet("Report").ChartObjects(screen + 1).Chart();
       chart.SetHasTitle(true);
       chart.ChartTitle().SetText("Screen " + std::to_string(screen + 1) + " Traces");

@@ -1,10 +1,10 @@
 #include "charts/result_sheets.h"
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "charts/chart_test_util.h"
 #include "source/runtime_failure.h"

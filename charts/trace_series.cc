@@ -20,9 +20,11 @@ constexpr int kRawLogXColumn = 7;
 }  // namespace
 
 int32_t TraceColor(const ChartSettings& settings, const std::string& letter) {
-  const std::map<std::string, int32_t> colors = {
-      {"A", settings.TraceAColor}, {"B", settings.TraceBColor}, {"C", settings.TraceCColor},
-      {"O", settings.TraceOColor}, {"M", settings.TraceMColor}};
+  const std::map<std::string, int32_t> colors = {{"A", settings.TraceAColor},
+                                                 {"B", settings.TraceBColor},
+                                                 {"C", settings.TraceCColor},
+                                                 {"O", settings.TraceOColor},
+                                                 {"M", settings.TraceMColor}};
   const auto found = colors.find(letter);
   if (found == colors.end()) throw RuntimeFailure("No trace colour for trace " + letter);
   return found->second;
@@ -74,7 +76,8 @@ void AddTraceSeries(Application& application, const ScreenInfo& screen, int32_t 
     } else {
       x_column = kRawLogXColumn;
     }
-    x_range = raw_data.Range(raw_data.Cells(row, x_column), raw_data.Cells(rows.last_row, x_column));
+    x_range =
+        raw_data.Range(raw_data.Cells(row, x_column), raw_data.Cells(rows.last_row, x_column));
   }
   const CellRange values =
       raw_data.Range(raw_data.Cells(row, column), raw_data.Cells(rows.last_row, column));

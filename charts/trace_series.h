@@ -29,8 +29,8 @@ int32_t TraceBlockColumn(int32_t trace_index);
 
 /// Where a screen's chart takes the X values and the current trace's values.
 struct SeriesRows {
-  int16_t first_row = 0;      ///< first data row of the screen's block
-  int16_t last_row = 0;       ///< last data row
+  int16_t first_row = 0;        ///< first data row of the screen's block
+  int16_t last_row = 0;         ///< last data row
   int16_t log_x_first_row = 0;  ///< first row at or above the X scale threshold
 };
 

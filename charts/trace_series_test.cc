@@ -1,8 +1,8 @@
 #include "charts/trace_series.h"
 
-#include <string>
-
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "charts/chart_test_util.h"
 #include "source/runtime_failure.h"

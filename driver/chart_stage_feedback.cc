@@ -7,9 +7,9 @@ void ChartStageFeedback::SetStatus(const std::string& text) { status_.SetStatus(
 void ChartStageFeedback::ShowMessage(ChartMessageKind kind, const std::string& title,
                                      const std::string& text) {
   // The desktop has no icon-less box: the plain message shows as information.
-  ui_.ShowMessage(kind == ChartMessageKind::kWarning ? MessageKind::kWarning
-                                                     : MessageKind::kInformation,
-                  title, text);
+  ui_.ShowMessage(
+      kind == ChartMessageKind::kWarning ? MessageKind::kWarning : MessageKind::kInformation, title,
+      text);
 }
 
 ChartSettings ChartSettingsOf(const Settings& settings) {
