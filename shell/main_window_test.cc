@@ -161,6 +161,26 @@ TEST(MainWindowTest, RemoveFileTakesTheSelectedLinesAndRemoveAllEmptiesTheList) 
   EXPECT_EQ(files.FileCount(), 0);
 }
 
+TEST(MainWindowTest, AddFileAndAnEmptyStartAskThroughTheOpenDialog) {
+  WindowFixture fixture;
+  fixture.window->StartUp({});
+  const std::string listed = (fixture.scratch / "picked.csv").string();
+  fixture.dialogs.ui.open_answers = {listed, (fixture.scratch / "trace.XML").string()};
+  QTest::mouseClick(fixture.Button("Command4"), Qt::LeftButton);
+  fixture.Action("AddFilemnu")->trigger();
+  EXPECT_EQ(ListLines(fixture), std::vector<std::string>{"picked.csv"});
+  ASSERT_EQ(fixture.dialogs.ui.open_dialogs.size(), 2u);
+  EXPECT_EQ(fixture.dialogs.ui.open_dialogs[0].title, "Open Z4400 Family source file");
+
+  // Start with an empty list asks once; a cancelled dialog stops quietly.
+  fixture.Action("RmvAllmnu")->trigger();
+  fixture.Action("startmnu")->trigger();
+  EXPECT_EQ(fixture.dialogs.ui.open_dialogs.size(), 3u);
+  EXPECT_TRUE(fixture.dialogs.ui.messages.empty());
+  EXPECT_TRUE(fixture.Button("Command1")->isEnabled());
+  EXPECT_FALSE(fixture.window->Ended());
+}
+
 TEST(MainWindowTest, StartUpShowsTheSettingsAndClosingDoesNotSaveThem) {
   WindowFixture fixture;
   Settings stored;
