@@ -16,7 +16,8 @@ namespace {
 
 /// The status line with its collaborators, over a scratch folder.
 struct Fixture {
-  explicit Fixture(std::filesystem::path folder) : status(ui, settings, run, files, folder) {}
+  explicit Fixture(const std::filesystem::path& folder)
+      : status(ui, settings, run, files, folder) {}
   void ListFiles(int count) {
     for (int i = 0; i < count; ++i) files.AddFile("/data/f" + std::to_string(i) + ".xml");
   }
