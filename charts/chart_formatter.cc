@@ -9,6 +9,7 @@
 #include "charts/result_sheets.h"
 #include "source/runtime_failure.h"
 #include "workbook/application.h"
+#include "workbook/cell_address.h"
 #include "workbook/xl_constants.h"
 #include "workbook/xlsx_drawing_part.h"
 
@@ -79,7 +80,13 @@ ChartAxisUnits ChartAxisUnitsOf(const ScreenInfo& screen, const DigitalValues& d
   return {units.XUnit, vertical.VerticalUnit};
 }
 
-int32_t ReportBlockRow(int32_t screen_index) { return screen_index * kReportBlockRows + 9; }
+int32_t ReportBlockRow(int32_t screen_index) {
+  const int64_t row = static_cast<int64_t>(screen_index) * kReportBlockRows + 9;
+  if (row < 1 || row > kMaxRows) {
+    throw RuntimeFailure("Overflow: configuration block of screen " + std::to_string(screen_index));
+  }
+  return static_cast<int32_t>(row);
+}
 
 std::string YAxisTitle(int32_t level_unit_code, const std::string& vertical_unit) {
   std::string prefix = "Level (";

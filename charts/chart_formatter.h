@@ -25,7 +25,8 @@ inline constexpr char kXAxisNumberFormat[] = "0.00";
 inline constexpr char kYAxisNumberFormat[] = "0.0";
 
 /// First row of screen `screen_index`'s configuration block on "Report"; a
-/// block is at most this many rows.
+/// block is at most this many rows. Throws `RuntimeFailure` for a screen
+/// whose block would lie outside the worksheet.
 int32_t ReportBlockRow(int32_t screen_index);
 inline constexpr int kReportBlockRows = 17;
 /// Columns the chart covers on "Report": D to I, between the configuration

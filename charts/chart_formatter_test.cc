@@ -6,6 +6,7 @@
 
 #include "charts/chart_test_util.h"
 #include "charts/trace_series.h"
+#include "source/runtime_failure.h"
 #include "workbook/xlsx_drawing_part.h"
 
 namespace z4400 {
@@ -29,6 +30,10 @@ TEST(ChartFormatterTest, TitlesFollowTheUnitCodeAndTheSpan) {
   EXPECT_EQ(XAxisTitle(0, "msec"), "Time (msec)");
   EXPECT_EQ(ChartTitleText(0), "Screen 1 Traces");
   EXPECT_EQ(ChartTitleText(2), "Screen 3 Traces");
+  EXPECT_EQ(ReportBlockRow(0), 9);
+  EXPECT_EQ(ReportBlockRow(2), 43);
+  EXPECT_THROW(ReportBlockRow(-1), RuntimeFailure);
+  EXPECT_THROW(ReportBlockRow(0x7fffffff), RuntimeFailure);
 }
 
 TEST(ChartFormatterTest, AxisUnitsAreThoseOfTheRawDataAndTheBlock) {

@@ -85,6 +85,9 @@ void AddTraceSeries(Application& application, const ScreenInfo& screen, int32_t 
   feedback.SetStatus("Adding trace " + letter + " to the graph");
   application.SetDisplayAlerts(false);
   Worksheet& report = workbook.Worksheets()(kReportSheet);
+  if (screen_index < 0 || screen_index >= std::numeric_limits<int32_t>::max()) {
+    throw RuntimeFailure("Subscript out of range: chart of screen " + std::to_string(screen_index));
+  }
   report.ChartObjects(screen_index + 1).Activate();
   Chart& chart = workbook.ActiveChart();
   chart.SeriesCollection().NewSeries();

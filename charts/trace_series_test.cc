@@ -140,6 +140,11 @@ TEST(TraceSeriesTest, AScreenWithoutItsChartIsARunTimeFailure) {
   EXPECT_THROW(AddTraceSeries(result.application(), ScreenInfo{}, 0, x_range, {12, 112, 0}, 1,
                               ChartSettings{}, feedback),
                RuntimeFailure);
+  for (const int32_t screen : {-1, 0x7fffffff}) {
+    EXPECT_THROW(AddTraceSeries(result.application(), ScreenInfo{}, 0, x_range, {12, 112, 0},
+                                screen, ChartSettings{}, feedback),
+                 RuntimeFailure);
+  }
 }
 
 }  // namespace
