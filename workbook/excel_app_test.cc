@@ -471,5 +471,23 @@ TEST_F(ExcelAppTest, WorkbookFilesAreCreatedSavedAndClosed) {
   EXPECT_FALSE(excel_.Workbook_Open((scratch / "missing.xlsx").string()));
 }
 
+TEST_F(ExcelAppTest, QuitWithSaveChangesSavesTheOpenWorkbooks) {
+  testing::ScratchDir scratch;
+  ASSERT_TRUE(excel_.Workbook_New((scratch / "kept.xlsx").string(), ""));
+  ASSERT_TRUE(excel_.Workbook_New((scratch / "dropped.xlsx").string(), ""));
+  const auto kept_size = std::filesystem::file_size(scratch / "kept.xlsx");
+  const auto dropped_size = std::filesystem::file_size(scratch / "dropped.xlsx");
+  for (const char* name : {"kept.xlsx", "dropped.xlsx"}) {
+    Workbook& book = excel_.application()->Workbooks()(name);
+    Worksheet& sheet = book.Worksheets()(1);
+    sheet.Range("A1:C400").SetValue(CellValue("a text that makes the file larger"));
+    for (int row = 1; row <= 400; ++row) sheet.Cells(row, 4).SetValue(row * 1.25);
+  }
+  excel_.Workbook_Close("dropped.xlsx");
+  EXPECT_FALSE(excel_.Excel_Quit(true));
+  EXPECT_GT(std::filesystem::file_size(scratch / "kept.xlsx"), kept_size);
+  EXPECT_EQ(std::filesystem::file_size(scratch / "dropped.xlsx"), dropped_size);
+}
+
 }  // namespace
 }  // namespace z4400
