@@ -489,5 +489,42 @@ TEST_F(ExcelAppTest, QuitWithSaveChangesSavesTheOpenWorkbooks) {
   EXPECT_EQ(std::filesystem::file_size(scratch / "dropped.xlsx"), dropped_size);
 }
 
+TEST_F(ExcelAppTest, OpenReadsBackWhatWasSavedAndTemplatesMakeNewWorkbooks) {
+  testing::ScratchDir scratch;
+  const std::string path = (scratch / "meas.xlsx").string();
+  ASSERT_TRUE(excel_.Workbook_New(path, ""));
+  ASSERT_TRUE(excel_.Worksheet_New("Report"));
+  excel_.Worksheet_SetCellValue(1, 1, CellValue("Measurement Report"));
+  excel_.Worksheet_SetCellValue(5, 2, CellValue("2007-03-05"));
+  excel_.Worksheet_SetCellValue(9, 2, CellValue("1"));
+  ASSERT_TRUE(excel_.Workbook_Save("meas.xlsx"));
+  ASSERT_TRUE(excel_.Workbook_Close("meas.xlsx"));
+
+  ASSERT_TRUE(excel_.Workbook_Open(path));
+  Workbook& opened = excel_.application()->ActiveWorkbook();
+  EXPECT_EQ(opened.Name(), "meas.xlsx");
+  EXPECT_EQ(excel_.Worksheet_WorksheetsNames(), (std::vector<std::string>{"Report", "Sheet1"}));
+  excel_.Worksheet_Select("Report");
+  EXPECT_EQ(excel_.Worksheet_ReadCell("A1"), CellValue("Measurement Report"));
+  EXPECT_EQ(excel_.Worksheet_GetCellValue(5, 2).Number(), 39146);
+  EXPECT_EQ(excel_.Worksheet_GetCellValue(9, 2), CellValue(1.0));
+  // Opening it again just activates it.
+  const int open_books = excel_.application()->Workbooks().Count();
+  excel_.application()->Workbooks().Add();
+  ASSERT_TRUE(excel_.Workbook_Open(path));
+  EXPECT_EQ(&excel_.application()->ActiveWorkbook(), &opened);
+  EXPECT_EQ(excel_.application()->Workbooks().Count(), open_books + 1);
+
+  // A workbook made from the template is new and unsaved until saved as
+  // its own file.
+  const std::string from_template = (scratch / "from template.xlsx").string();
+  ASSERT_TRUE(excel_.Workbook_New(from_template, path));
+  Workbook& made = excel_.application()->ActiveWorkbook();
+  EXPECT_NE(&made, &opened);
+  EXPECT_EQ(made.Name(), "from template.xlsx");
+  EXPECT_EQ(excel_.Worksheet_WorksheetsNames(), (std::vector<std::string>{"Report", "Sheet1"}));
+  EXPECT_FALSE(excel_.Workbook_New((scratch / "x.xlsx").string(), "/no/such/template.xlsx"));
+}
+
 }  // namespace
 }  // namespace z4400
