@@ -1,17 +1,31 @@
 #include "workbook/xlsx_chart_axes.h"
 
+#include <cmath>
+
 #include "workbook/xl_constants.h"
 #include "workbook/xlsx_chart_shapes.h"
 
 namespace z4400 {
 namespace {
 
+// A fixed bound or step the file can hold; anything else stays automatic,
+// as the spreadsheet would refuse the file.
+bool IsBound(bool is_auto, double value) { return !is_auto && std::isfinite(value); }
+bool IsStep(bool is_auto, double value) { return IsBound(is_auto, value) && value > 0; }
+
 void WriteScaling(XmlWriter& xml, const Axis& axis) {
   xml.StartTag("c:scaling");
-  if (axis.ScaleType() == kXlScaleLogarithmic) xml.EmptyTag("c:logBase", {{"val", axis.LogBase()}});
+  if (axis.ScaleType() == kXlScaleLogarithmic) {
+    const double base = axis.LogBase();
+    xml.EmptyTag("c:logBase", {{"val", base >= 2 && base <= 1000 ? base : 10.0}});
+  }
   xml.EmptyTag("c:orientation", {{"val", "minMax"}});
-  if (!axis.MaximumScaleIsAuto()) xml.EmptyTag("c:max", {{"val", axis.MaximumScale()}});
-  if (!axis.MinimumScaleIsAuto()) xml.EmptyTag("c:min", {{"val", axis.MinimumScale()}});
+  if (IsBound(axis.MaximumScaleIsAuto(), axis.MaximumScale())) {
+    xml.EmptyTag("c:max", {{"val", axis.MaximumScale()}});
+  }
+  if (IsBound(axis.MinimumScaleIsAuto(), axis.MinimumScale())) {
+    xml.EmptyTag("c:min", {{"val", axis.MinimumScale()}});
+  }
   xml.EndTag("c:scaling");
 }
 
@@ -37,7 +51,11 @@ void WriteTitle(XmlWriter& xml, std::string_view text, bool vertical) {
 void WriteCrosses(XmlWriter& xml, const Axis& other) {
   switch (other.Crosses()) {
     case kXlAxisCrossesCustom:
-      xml.EmptyTag("c:crossesAt", {{"val", other.CrossesAt()}});
+      if (std::isfinite(other.CrossesAt())) {
+        xml.EmptyTag("c:crossesAt", {{"val", other.CrossesAt()}});
+      } else {
+        xml.EmptyTag("c:crosses", {{"val", "autoZero"}});
+      }
       break;
     case kXlAxisCrossesMaximum:
       xml.EmptyTag("c:crosses", {{"val", "max"}});
@@ -69,8 +87,12 @@ void WriteValAx(XmlWriter& xml, const Axis& axis, const Axis& other, int32_t id,
   xml.EmptyTag("c:crossAx", {{"val", cross_id}});
   WriteCrosses(xml, other);
   xml.EmptyTag("c:crossBetween", {{"val", "midCat"}});
-  if (!axis.MajorUnitIsAuto()) xml.EmptyTag("c:majorUnit", {{"val", axis.MajorUnit()}});
-  if (!axis.MinorUnitIsAuto()) xml.EmptyTag("c:minorUnit", {{"val", axis.MinorUnit()}});
+  if (IsStep(axis.MajorUnitIsAuto(), axis.MajorUnit())) {
+    xml.EmptyTag("c:majorUnit", {{"val", axis.MajorUnit()}});
+  }
+  if (IsStep(axis.MinorUnitIsAuto(), axis.MinorUnit())) {
+    xml.EmptyTag("c:minorUnit", {{"val", axis.MinorUnit()}});
+  }
   xml.EndTag("c:valAx");
 }
 

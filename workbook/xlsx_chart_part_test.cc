@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <pugixml.hpp>
 #include <string>
 
@@ -13,6 +14,7 @@
 #include "workbook/xlsx_chart_axes.h"
 #include "workbook/xlsx_chart_series.h"
 #include "workbook/xlsx_chart_shapes.h"
+#include "workbook/xlsx_package_checks.h"
 
 namespace z4400 {
 namespace {
@@ -218,6 +220,30 @@ TEST_F(ChartPartTest, AxesTitleAndLegend) {
   EXPECT_STREQ(Select("//c:chart/c:dispBlanksAs").attribute("val").value(), "gap");
   // One series and no title: the series name must not turn into a title.
   EXPECT_EQ(Select("//c:autoTitleDeleted").attribute("val").as_int(), 1);
+}
+
+// Values the file cannot hold fall back to automatic instead of making a
+// chart the spreadsheet refuses.
+TEST_F(ChartPartTest, OddValuesStayWithinTheFileFormat) {
+  Series& series = AddSeries();
+  series.SetMarkerSize(500);
+  Axis& x = chart_->Axes(kXlCategory);
+  x.SetMinimumScale(std::numeric_limits<double>::quiet_NaN());
+  x.SetMaximumScale(std::numeric_limits<double>::infinity());
+  x.SetMajorUnit(std::numeric_limits<double>::infinity());
+  chart_->Axes(kXlValue).SetCrossesAt(std::numeric_limits<double>::quiet_NaN());
+  const std::string part = WriteChartPart(*chart_);
+  EXPECT_EQ(part.find("NaN"), std::string::npos);
+  EXPECT_EQ(part.find("INF"), std::string::npos);
+  pugi::xml_document xml;
+  ASSERT_TRUE(xml.load_string(part.c_str()));
+  EXPECT_EQ(xml.select_node("//c:ser/c:marker/c:size/@val").attribute().as_int(), 72);
+  EXPECT_FALSE(xml.select_node("//c:valAx[c:axPos/@val='b']/c:scaling/c:min"));
+  EXPECT_FALSE(xml.select_node("//c:valAx[c:axPos/@val='b']/c:majorUnit"));
+  EXPECT_STREQ(xml.select_node("//c:valAx[c:axPos/@val='b']/c:crosses/@val").attribute().value(),
+               "autoZero");
+  if (const auto why = testing::SchemaValidationUnavailable()) GTEST_SKIP() << *why;
+  EXPECT_EQ(testing::ValidateAgainstSchemas({{"xl/charts/chart1.xml", part}}), "");
 }
 
 TEST(ChartPartValuesTest, CodesAndReferences) {

@@ -1,5 +1,6 @@
 #include "workbook/xlsx_chart_series.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -13,6 +14,9 @@ namespace {
 // The symbols the spreadsheet gives the series of a chart in turn.
 constexpr std::array<std::string_view, 7> kAutomaticSymbols = {"diamond", "square", "triangle", "x",
                                                                "star",    "circle", "plus"};
+
+// Marker sizes the file can hold: 2 to 72 points.
+int32_t MarkerSize(int32_t size) { return std::clamp<int32_t>(size, 2, 72); }
 
 bool ChangesMarker(const PointFormat& point) {
   return point.marker_style || point.marker_size || point.marker_foreground_color ||
@@ -31,7 +35,7 @@ void WriteSeriesMarker(XmlWriter& xml, const Series& series, int series_index,
   } else if (no_markers) {
     xml.EmptyTag("c:symbol", {{"val", "none"}});
   }
-  if (series.MarkerSize()) xml.EmptyTag("c:size", {{"val", *series.MarkerSize()}});
+  if (series.MarkerSize()) xml.EmptyTag("c:size", {{"val", MarkerSize(*series.MarkerSize())}});
   xml.EndTag("c:marker");
 }
 
@@ -42,7 +46,7 @@ void WritePointMarker(XmlWriter& xml, const PointFormat& point, int series_index
   if (point.marker_style) {
     xml.EmptyTag("c:symbol", {{"val", MarkerSymbol(*point.marker_style, series_index)}});
   }
-  if (point.marker_size) xml.EmptyTag("c:size", {{"val", *point.marker_size}});
+  if (point.marker_size) xml.EmptyTag("c:size", {{"val", MarkerSize(*point.marker_size)}});
   ShapeStyle style;
   style.fill_color = point.marker_background_color;
   style.no_fill =
