@@ -605,5 +605,44 @@ TEST_F(ConvertSamplesTest, LibreOfficeOpensAndDrawsEveryWorkbook) {
   }
 }
 
+TEST_F(ConvertSamplesTest, OldVersionsCopyEveryChartToASheetOfItsOwn) {
+  // Spreadsheet version 11: an .xls workbook (saved through LibreOffice),
+  // with the graph-sheets option on by default. Calc turns it back into
+  // .xlsx so that its sheets and charts can be counted.
+  if (!HaveProgram("soffice")) GTEST_SKIP() << "LibreOffice (soffice) is not installed";
+  const auto samples = testing::SamplesDir();
+  testing::ScratchDir scratch;
+  const InstrumentSample sample = testing::ReadSample(*samples / "three_screens_mixed.xml");
+  std::string err;
+  ASSERT_EQ(RunShell(Quoted(std::getenv("Z4400_CONV")) +
+                         " --batch --overwrite --excel-version 11 --settings-dir " +
+                         Quoted(scratch.path().string()) + " --output-dir " +
+                         Quoted(scratch.path().string()) + " " +
+                         Quoted((*samples / "three_screens_mixed.xml").string()) + " >/dev/null",
+                     &err),
+            0)
+      << err;
+  const std::filesystem::path xls = scratch / "three_screens_mixed.xls";
+  ASSERT_TRUE(std::filesystem::exists(xls));
+  const std::filesystem::path back = scratch / "back";
+  ASSERT_EQ(RunShell("timeout 300 soffice -env:UserInstallation=file://" +
+                     (scratch.path() / "profile").string() +
+                     " --headless --norestore --convert-to xlsx --outdir " + Quoted(back.string()) +
+                     " " + Quoted(xls.string()) + " >/dev/null"),
+            0);
+  const ConvertedPackage package(back / "three_screens_mixed.xlsx");
+  ASSERT_TRUE(package.error().empty()) << package.error();
+  std::vector<std::string> names = {"Report", "Raw Data", "Markers Details"};
+  for (size_t s = 0; s < sample.screens.size(); ++s) {
+    names.push_back("Screen " + std::to_string(s + 1) + " Traces");
+  }
+  EXPECT_EQ(package.SheetNames(), names);
+  int charts = 0;
+  for (const auto& [part, bytes] : package.members()) {
+    if (part.rfind("xl/charts/chart", 0) == 0) ++charts;
+  }
+  EXPECT_EQ(charts, 2 * static_cast<int>(sample.screens.size()));
+}
+
 }  // namespace
 }  // namespace z4400
