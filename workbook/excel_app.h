@@ -117,9 +117,13 @@ class ExcelApp {
   void Chart_AddData(std::string_view chart_name, std::string_view sheet_name, int16_t x_column,
                      int16_t y_column, int16_t first_row, int16_t row_count,
                      std::string_view series_name);
-  /// Marks the point of series `series_index` found by the walk over its X
-  /// values (see the implementation). Error passes, including the
-  /// "Subscript out of range" of a marker at or next to the last point.
+  /// Marks a point of series `series_index`: when point k is the first
+  /// whose X value is at least `x`, point k + 1 gets the automatic marker
+  /// style and, with `show_label`, a value label, the series' labels taking
+  /// the format `MarkerLabelFormat(decimals)`. Nothing is marked when no
+  /// point qualifies. When k + 1 is not below the number of points the
+  /// error "Subscript out of range" passes to the caller and nothing is
+  /// marked. Every other error passes too.
   void Chart_AddMarker(std::string_view chart_name, int16_t series_index, double x, bool show_label,
                        double decimals);
   void Chart_Type(std::string_view chart_name, int32_t chart_type);
