@@ -62,8 +62,8 @@ class CellValue {
   double ToNumber() const;
 
   /// The value as plain text: numbers in shortest round-trip form ("0.5",
-  /// "1E+20" style exponents as `std::to_chars` gives them), booleans "TRUE"
-  /// or "FALSE", dates as their serial, empty as "".
+  /// "1e+20"), booleans "TRUE" or "FALSE", dates as their serial, empty as
+  /// "".
   std::string ToText() const;
 
   friend bool operator==(const CellValue&, const CellValue&) = default;

@@ -16,7 +16,12 @@ bool IsBinaryFormatVersion(std::string_view version) {
 
 std::filesystem::path WorkbookFilePath(const std::filesystem::path& path,
                                        std::string_view version) {
-  if (path.has_extension()) return path;
+  static constexpr std::string_view kWorkbookExtensions[] = {".xls", ".xlsx", ".xlsm", ".xlsb",
+                                                             ".xlt", ".xltx", ".xltm"};
+  const std::string extension = AsciiLower(path.extension().string());
+  for (const std::string_view known : kWorkbookExtensions) {
+    if (extension == known) return path;
+  }
   std::filesystem::path with_extension = path;
   with_extension += IsBinaryFormatVersion(version) ? ".xls" : ".xlsx";
   return with_extension;

@@ -15,8 +15,10 @@ class Workbook;
 /// the versions whose default workbook format is the binary .xls.
 bool IsBinaryFormatVersion(std::string_view version);
 
-/// `path` with the default extension of `version` appended when it has
-/// none: ".xls" below version 12, ".xlsx" from 12 on.
+/// `path` with the default extension of `version` appended unless it
+/// already ends in a workbook extension (".xls", ".xlsx", ".xlsm", ".xlsb",
+/// ".xlt", ".xltx", ".xltm", any case): ".xls" below version 12, ".xlsx"
+/// from 12 on. "meas" and "meas.v2" become "meas.xlsx" and "meas.v2.xlsx".
 std::filesystem::path WorkbookFilePath(const std::filesystem::path& path, std::string_view version);
 
 /// Writes `workbook` to `path`: the binary .xls format when the extension is
