@@ -56,9 +56,7 @@ struct BenchFolder {
   fs::path path;
 };
 
-/// The benchmark file: a spectrum, a zero-span and a Freq-Time screen. Only
-/// the first screen's chart carries markers on several traces, so the later
-/// screens' markers are put on their first trace.
+/// The benchmark file: a spectrum, a zero-span and a Freq-Time screen.
 std::string LargeInstrumentXml() {
   GeneratorOptions options;
   options.seed = 4400;
@@ -66,15 +64,7 @@ std::string LargeInstrumentXml() {
   options.traces = kTraces;
   options.markers = kMarkers;
   options.screens = {ScreenKind::kSpectrum, ScreenKind::kZeroSpan, ScreenKind::kFreqTime};
-  GeneratedFile file = GenerateInstrumentFile(options);
-  for (size_t s = 1; s < file.screens.size(); ++s) {
-    for (GeneratedMarker& marker : file.screens[s].markers) {
-      for (auto& [id, value] : marker.parameters) {
-        if (id == "MKRTRACE") value = "A";
-      }
-    }
-  }
-  return InstrumentXml(file);
+  return InstrumentXml(GenerateInstrumentFile(options));
 }
 
 fs::path WriteFile(const fs::path& path, const std::string& bytes) {

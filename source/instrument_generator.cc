@@ -278,9 +278,12 @@ GeneratedTrace MakeTrace(const ScreenPlan& plan, int trace, int points,
 }
 
 std::vector<GeneratedMarker> MakeMarkers(const ScreenPlan& plan, const GeneratedScreen& screen,
-                                         const std::vector<int>& indexes, bool delta, int points) {
+                                         const std::vector<int>& indexes, bool delta, int points,
+                                         bool first_screen) {
   std::vector<GeneratedMarker> markers;
-  const int traces = std::min<int>(3, static_cast<int>(screen.traces.size()));
+  // The instrument puts the markers of its later screens on their first
+  // trace; only the first screen's markers go round traces A, B and C.
+  const int traces = first_screen ? std::min<int>(3, static_cast<int>(screen.traces.size())) : 1;
   const int count = static_cast<int>(indexes.size());
   for (int m = 0; m < count; ++m) {
     const GeneratedTrace& trace = screen.traces[static_cast<size_t>(m % traces)];
@@ -391,7 +394,8 @@ GeneratedFile GenerateInstrumentFile(const GeneratorOptions& options) {
     }
     const int marker_count = screen.traces.empty() ? 0 : std::min<int>(wanted, peaks.size());
     const std::vector<int> marker_indexes(peaks.begin(), peaks.begin() + marker_count);
-    screen.markers = MakeMarkers(plan, screen, marker_indexes, options.delta, points);
+    screen.markers =
+        MakeMarkers(plan, screen, marker_indexes, options.delta, points, file.screens.empty());
     const std::string selected = marker_count > 0 && random.Between(0, 1) == 1
                                      ? std::to_string(random.Between(1, marker_count))
                                      : "Ref";
