@@ -134,6 +134,8 @@ std::optional<double> DateSerial(int year, int month, int day) {
 
 CellValue ParseTypedInput(std::string_view text) {
   if (text.empty()) return CellValue();
+  // A leading apostrophe keeps the rest as text, as when typing it.
+  if (text.front() == '\'') return CellValue(std::string(text.substr(1)));
   const std::string_view trimmed = Trim(text);
   if (!trimmed.empty()) {
     if (std::optional<double> number = ReadNumber(trimmed)) return CellValue(*number);

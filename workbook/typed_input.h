@@ -20,6 +20,8 @@ namespace z4400 {
 ///   four-digit year from 1900 to 9999, optionally followed by a blank and a
 ///   time "hh:mm" or "hh:mm:ss";
 /// - booleans: "TRUE" or "FALSE" in any case.
+/// A text starting with an apostrophe is stored as the text after it
+/// ("'123" → the text "123").
 /// The empty text gives the empty value (the cell is cleared); any other
 /// text is returned as text unchanged, blanks included.
 CellValue ParseTypedInput(std::string_view text);

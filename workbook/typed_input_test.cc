@@ -104,6 +104,10 @@ TEST(TypedInputTest, EverythingElseStaysText) {
     ASSERT_TRUE(value.IsText()) << text;
     EXPECT_EQ(value.Text(), text);
   }
+  // An apostrophe keeps what follows as text.
+  EXPECT_EQ(ParseTypedInput("'123"), CellValue("123"));
+  EXPECT_EQ(ParseTypedInput("'2007-03-05"), CellValue("2007-03-05"));
+  EXPECT_EQ(ParseTypedInput("'"), CellValue(""));
   // The empty text clears the cell.
   EXPECT_TRUE(ParseTypedInput("").IsEmpty());
 }
