@@ -10,9 +10,12 @@
 namespace z4400::testing {
 namespace {
 
-std::optional<std::filesystem::path> DirFromEnvironment(const char* variable) {
+/// The folder named by `variable`, else the one this build was configured
+/// with; nothing when neither exists.
+std::optional<std::filesystem::path> DirFromEnvironment(const char* variable,
+                                                        const char* configured) {
   const char* value = std::getenv(variable);
-  if (value == nullptr || *value == '\0') return std::nullopt;
+  if (value == nullptr || *value == '\0') value = configured;
   std::error_code error;
   if (!std::filesystem::is_directory(value, error)) return std::nullopt;
   return std::filesystem::path(value);
@@ -21,23 +24,24 @@ std::optional<std::filesystem::path> DirFromEnvironment(const char* variable) {
 }  // namespace
 
 std::optional<std::filesystem::path> SamplesDir() {
-  return DirFromEnvironment("Z4400_SAMPLES_DIR");
+  return DirFromEnvironment("Z4400_SAMPLES_DIR", Z4400_DEFAULT_SAMPLES_DIR);
 }
 
-std::optional<std::filesystem::path> OoxmlDir() { return DirFromEnvironment("Z4400_OOXML_DIR"); }
+std::optional<std::filesystem::path> OoxmlDir() { return DirFromEnvironment("Z4400_OOXML_DIR", Z4400_DEFAULT_OOXML_DIR); }
 
 std::filesystem::path SourceDir() {
-  if (auto dir = DirFromEnvironment("Z4400_SOURCE_DIR")) return *dir;
+  if (auto dir = DirFromEnvironment("Z4400_SOURCE_DIR", Z4400_DEFAULT_SOURCE_DIR)) return *dir;
   return std::filesystem::current_path();
 }
 
 ScratchDir::ScratchDir() {
   const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
   std::string name = info != nullptr
-                         ? std::string(info->test_suite_name()) + "." + info->name()
+                         ? std::string(info->test_suite_name()) + "-" + info->name()
                          : std::string("scratch");
   for (char& c : name) {
-    if (c == '/') c = '_';
+    // No dots: output naming takes the first dot of a path as the extension.
+    if (c == '/' || c == '.') c = '_';
   }
   path_ = std::filesystem::temp_directory_path() /
           ("z4400-" + std::to_string(::getpid()) + "-" + name);
