@@ -132,6 +132,9 @@ class SourceReader {
   /// `screen` (0 to 10) is a zero-span screen and returns its X axis kind.
   XAxisKind SetTimeAxis(const ScreenInfo& info, int screen);
   const TimeAxisEntry& TimeAxis(int screen) const;
+  /// The same entry for the screen configuration writer, which puts the
+  /// sweep time's display unit and factor of a zero-span screen into it.
+  TimeAxisEntry& TimeAxis(int screen);
   /// The X-scale-type step: whether the screen's X axis is logarithmic
   /// ("HS" is "LOG") and its bounds. Sets info.LogX and info.StartNegative;
   /// may set `log_x_in_use` (settings line 15) to 1. The returned record

@@ -1,6 +1,7 @@
 // Trace values, and the two X-axis steps of a screen: whether it is a time
 // axis, and whether (and between which bounds) it is drawn logarithmically.
 #include <string>
+#include <utility>
 
 #include "source/numeric_text.h"
 #include "source/runtime_failure.h"
@@ -88,6 +89,10 @@ const TimeAxisEntry& SourceReader::TimeAxis(int screen) const {
     throw RuntimeFailure("screen " + std::to_string(screen) + " is outside the time-axis table");
   }
   return time_axis_[static_cast<size_t>(screen)];
+}
+
+TimeAxisEntry& SourceReader::TimeAxis(int screen) {
+  return const_cast<TimeAxisEntry&>(std::as_const(*this).TimeAxis(screen));
 }
 
 XAxisScale SourceReader::SetXScaleType(int screen, ScreenInfo& info, const XScaleSettings& settings,
