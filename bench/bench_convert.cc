@@ -283,7 +283,13 @@ bool WriteWithLibxlsxwriter(const fs::path& source, const fs::path& output) {
     keep.push_back(std::make_shared<decltype(point_lists)>(std::move(point_lists)));
     keep.push_back(std::make_shared<decltype(label_texts)>(std::move(label_texts)));
   }
-  return workbook_close(workbook) == LXW_NO_ERROR;
+  if (workbook_close(workbook) != LXW_NO_ERROR) return false;
+  // Our save reaches the disk before it replaces the file (fsync): the
+  // comparison saves as durably.
+  const int fd = ::open(output.c_str(), O_RDONLY);
+  const bool synced = fd >= 0 && ::fsync(fd) == 0;
+  if (fd >= 0) ::close(fd);
+  return synced;
 }
 
 /// CPU time of this thread so far: what a conversion costs whatever else the
