@@ -1,14 +1,24 @@
 #include "driver/workbook_stages.h"
 
+#include <filesystem>
 #include <utility>
 
+#include "charts/chart_formatter.h"
+#include "charts/chart_markers.h"
+#include "charts/graph_sheets.h"
 #include "charts/result_sheets.h"
+#include "charts/trace_series.h"
 #include "source/runtime_failure.h"
+#include "workbook/general_info_sheet.h"
+#include "workbook/screen_config_sheet.h"
 
 namespace z4400 {
 
 WorkbookStages::WorkbookStages(const StageContext& context, std::string version_text)
-    : context_(context), version_text_(version_text), excel_(std::move(version_text)) {
+    : context_(context),
+      version_text_(version_text),
+      excel_(std::move(version_text)),
+      chart_feedback_(context.status, context.ui) {
   context_.status.SetStatusBar([this](const std::string& text) {
     if (Application* application = ApplicationIfRunning()) application->SetStatusBar(text);
   });
@@ -35,15 +45,15 @@ size_t WorkbookStages::XAxisSlot(int screen) {
 
 // ---- Run and file -------------------------------------------------------------
 
-void WorkbookStages::ResetRunTables() {
-  // The per-trace unit tables of the raw data writer ("sec", "dBm", "Hz",
-  // "dBm", factor 1) are reset here once that writer keeps them.
-}
+void WorkbookStages::ResetRunTables() { screen_units_.fill(ScreenUnits{}); }
 
 void WorkbookStages::BeginFile() {
   x_axis_table_.fill(XAxisScale{});
   x_axis_kinds_.fill(XAxisKind{});
   x_values_ = XAxisValues{};
+  raw_state_ = RawDataState{};
+  marker_rows_ = MarkerListRows{};
+  x_range_.reset();
 }
 
 void WorkbookStages::SetDisplayAlerts(bool on) {
@@ -93,56 +103,79 @@ void WorkbookStages::CreateResultSheets(const std::string& output_path) {
   z4400::CreateResultSheets(RunningApplication(), output_path);
 }
 
-int16_t WorkbookStages::WriteGeneralInfo(const GeneralInfo& /*info*/, const std::string& /*sheet*/,
-                                         const std::string& /*title*/) {
-  return 0;  // the general-information writer is called here
+int16_t WorkbookStages::WriteGeneralInfo(const GeneralInfo& info, const std::string& sheet,
+                                         const std::string& title) {
+  const std::string file_name = std::filesystem::path(info.SourcePath).filename().string();
+  return z4400::WriteGeneralInfo(excel_, info, file_name, sheet, title);
 }
 
-int16_t WorkbookStages::WriteScreenConfig(int /*screen*/, ScreenInfo& /*info*/) {
-  return 0;  // the screen-configuration writer is called here
+int16_t WorkbookStages::WriteScreenConfig(int screen, ScreenInfo& info) {
+  return z4400::WriteScreenConfig(excel_, static_cast<int16_t>(screen), info,
+                                  source_.Digital(screen), screen_units_, source_.TimeAxis(screen));
 }
 
-void WorkbookStages::WriteRawXData(int /*screen*/, const GeneralInfo& /*info*/,
-                                   const ScreenInfo& /*screen_info*/) {
-  // The raw data writer's X block (x_values_, x_axis_table_) is called here.
+RawScreenTables WorkbookStages::RawTables(int screen) {
+  return RawTablesOf(source_, screen_units_, x_axis_table_[XAxisSlot(screen)], screen);
 }
 
-void WorkbookStages::PrepareScreenChart(int16_t /*top_row*/, int16_t /*end_row*/) {
-  // The screen's empty chart and its X range are prepared here.
+RawDataSettings WorkbookStages::RawSettings() const {
+  return RawDataSettings{context_.settings.LogXInUse, context_.settings.XScaleThreshold,
+                         context_.settings.LogXOption != 0};
 }
 
-std::string WorkbookStages::TraceLabel(int trace) {
-  static constexpr const char* kLetters[] = {"A", "B", "C", "M", "O"};
-  return trace >= 0 && trace < 5 ? kLetters[trace] : "A";
+void WorkbookStages::WriteRawXData(int screen, const GeneralInfo& info,
+                                   const ScreenInfo& screen_info) {
+  z4400::WriteRawXData(excel_, screen, x_values_, screen_info, info.TracePoints, RawTables(screen),
+                       RawSettings(), raw_state_);
 }
 
-void WorkbookStages::WriteRawTrace(int /*screen*/, int /*trace*/, const TraceData& /*trace_data*/) {
-  // The raw data writer's trace block is called here.
+void WorkbookStages::PrepareScreenChart(int16_t top_row, int16_t end_row) {
+  x_range_ = z4400::PrepareScreenChart(RunningApplication(), top_row, end_row);
 }
 
-void WorkbookStages::AddTraceSeries(const ScreenInfo& /*info*/, int /*trace*/,
-                                    const TraceData& /*trace_data*/, int /*screen*/,
-                                    int16_t /*top_row*/, int16_t /*end_row*/) {
-  // The trace's chart series is added here.
+std::string WorkbookStages::TraceLabel(int trace) { return TraceLetter(trace); }
+
+void WorkbookStages::WriteRawTrace(int screen, int trace, const TraceData& trace_data) {
+  z4400::WriteRawTraceData(excel_, screen, trace, trace_data, source_.CurrentTracePoints(),
+                           RawTables(screen), RawSettings(), raw_state_);
 }
 
-void WorkbookStages::FormatChart(const ScreenInfo& /*info*/, const GeneralInfo& /*general*/,
-                                 int /*screen*/, int32_t /*trace_count*/) {
-  // The chart formatter is called here.
+void WorkbookStages::AddTraceSeries(const ScreenInfo& info, int trace,
+                                    const TraceData& /*trace_data*/, int screen, int16_t top_row,
+                                    int16_t end_row) {
+  if (!x_range_)
+    throw RuntimeFailure("Object variable not set: no chart for screen " +
+                         std::to_string(screen + 1));
+  z4400::AddTraceSeries(RunningApplication(), info, trace, *x_range_,
+                        SeriesRows{top_row, end_row, raw_state_.LogXFirstRow}, screen,
+                        ChartSettingsOf(context_.settings), chart_feedback_);
 }
 
-void WorkbookStages::WriteMarkersDetails(const MarkersInfo& /*markers*/, int /*screen*/) {
-  // The markers details writer is called here.
+void WorkbookStages::FormatChart(const ScreenInfo& info, const GeneralInfo& general, int screen,
+                                 int32_t /*trace_count*/) {
+  const size_t slot = XAxisSlot(screen);
+  const ChartAxisUnits units =
+      ChartAxisUnitsOf(info, source_.Digital(screen), ScreenUnitsOf(screen_units_, screen),
+                       source_.TimeAxis(screen), source_.Vertical(screen));
+  FormatScreenChart(RunningApplication(), info, general, screen, units, x_axis_table_[slot],
+                    ChartSettingsOf(context_.settings), chart_feedback_);
 }
 
-void WorkbookStages::PlaceChartMarkers(const MarkersInfo& /*markers*/,
-                                       const GeneralInfo& /*general*/, int /*screen*/) {
-  // The chart markers are placed here.
+void WorkbookStages::WriteMarkersDetails(const MarkersInfo& markers, int screen) {
+  z4400::WriteMarkersDetails(
+      excel_, markers, MarkerAxesOf(x_axis_kinds_[XAxisSlot(screen)], source_.Digital(screen)),
+      screen, marker_rows_);
+}
+
+void WorkbookStages::PlaceChartMarkers(const MarkersInfo& markers, const GeneralInfo& /*general*/,
+                                       int /*screen*/) {
+  z4400::PlaceChartMarkers(RunningApplication(), markers, chart_feedback_);
 }
 
 void WorkbookStages::CopyGraphSheets(const GeneralInfo& /*general*/,
                                      const MarkersInfo& /*markers*/) {
-  // The graph-sheet copier is called here.
+  z4400::CopyGraphSheets(RunningApplication(), spreadsheet_version_,
+                         ChartSettingsOf(context_.settings));
 }
 
 // ---- Source stages of a screen ---------------------------------------------------------
@@ -165,9 +198,8 @@ void WorkbookStages::SetXScaleType(ScreenInfo& info, int screen) {
   settings.XScaleThreshold = context_.settings.XScaleThreshold;
   settings.LogXOption = context_.settings.LogXOption != 0;
   settings.SpreadsheetVersion = spreadsheet_version_;
-  // The frequency factor of the screen's configuration block goes here once
-  // that writer keeps it; 1 until then.
-  settings.FrequencyFactor = 1;
+  // The frequency factor of the screen's configuration block: X in its unit.
+  settings.FrequencyFactor = ScreenUnitsOf(screen_units_, screen).XFactor;
   x_axis_table_[XAxisSlot(screen)] =
       source_.SetXScaleType(screen, info, settings, context_.settings.LogXInUse);
 }

@@ -7,15 +7,21 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "driver/chart_stage_feedback.h"
 #include "driver/conversion_stages.h"
 #include "driver/converter.h"
 #include "source/screen_tables.h"
 #include "source/source_reader.h"
 #include "workbook/application.h"
+#include "workbook/cell_range.h"
 #include "workbook/eng_units.h"
 #include "workbook/excel_app.h"
+#include "workbook/markers_details_sheet.h"
+#include "workbook/raw_data_sheet.h"
+#include "workbook/screen_units.h"
 
 namespace z4400 {
 
@@ -81,6 +87,10 @@ class WorkbookStages : public ConversionStages {
   Application* ApplicationIfRunning() const;
   /// Record `screen` of a per-screen table of 11; RuntimeFailure beyond.
   static size_t XAxisSlot(int screen);
+  /// The tables of screen `screen` the raw data writer reads.
+  RawScreenTables RawTables(int screen);
+  /// The settings the raw data writer reads, as they stand now.
+  RawDataSettings RawSettings() const;
 
   StageContext context_;
   std::string version_text_;
@@ -95,6 +105,13 @@ class WorkbookStages : public ConversionStages {
   std::array<XAxisScale, kXAxisTableSize> x_axis_table_{};
   std::array<XAxisKind, kXAxisTableSize> x_axis_kinds_{};
   XAxisValues x_values_;
+  /// Units and factors of each screen's configuration block.
+  ScreenUnitTable screen_units_{};
+  RawDataState raw_state_;
+  MarkerListRows marker_rows_;
+  /// X values of the current screen's chart series.
+  std::optional<CellRange> x_range_;
+  ChartStageFeedback chart_feedback_;
 };
 
 /// The factory for `Converter`: real stages whose spreadsheet reports
