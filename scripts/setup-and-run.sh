@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # One command for a fresh machine: installs the build dependencies, builds
-# z4400conv in Release and converts the instrument files of examples/.
+# z4400conv in Release and converts the instrument files of examples/ into
+# workbooks in out/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -10,8 +11,5 @@ cmake -S . -B build/release -G Ninja -DCMAKE_BUILD_TYPE=Release -DZ4400_BUILD_TE
 cmake --build build/release --target z4400conv
 
 mkdir -p out
-for example in examples/*.xml examples/*.csv; do
-  name=$(basename "$example")
-  build/release/app/z4400conv --dump "$example" > "out/${name%.*}.json"
-  echo "$example -> out/${name%.*}.json"
-done
+build/release/app/z4400conv --batch --output-dir out/ --overwrite examples/*.xml examples/*.csv
+for workbook in out/*.xlsx; do echo "$workbook"; done
