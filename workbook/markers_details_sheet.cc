@@ -19,6 +19,7 @@ constexpr std::string_view kPositionFormat = "0.#########";
 constexpr std::string_view kScaledLevelFormat = "0.000";
 constexpr std::string_view kLevelFormat = "0.00";
 constexpr int kListedMarkers = 10;
+constexpr double kListLabelWidth = 18;
 constexpr std::array<std::string_view, 6> kColumnHeaders = {"Marker", "Trace", "Position",
                                                             "Unit",   "Level", "Unit"};
 
@@ -86,6 +87,9 @@ int32_t ActiveMarkerOf(const MarkersInfo& markers) {
 
 int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
                         const MarkerAxes& axes, int screen) {
+  // The label column holds "Marker List Screen" and "Reference": as wide as
+  // the label column of the report blocks, so neither is cut off.
+  sheet.Columns(column).SetColumnWidth(kListLabelWidth);
   BoldPair(sheet, row, column);
   sheet.Cells(row, column).SetValue(CellValue("Marker List Screen"));
   sheet.Cells(row, column + 1).SetValue(CellValue(screen + 1));

@@ -75,6 +75,8 @@ TEST(MarkersDetailsSheetTest, ListsOnBothSheetsFollowEachOther) {
       EXPECT_EQ(sheet.Cells(screen_rows[s] + 1, c).Value(), CellValue("Marker"));
       EXPECT_TRUE(sheet.Cells(screen_rows[s] - 1, c).Value().IsEmpty());
     }
+    // Wide enough for "Marker List Screen" beside the screen number.
+    EXPECT_GE(sheet.ColumnWidthAt(c), 18.0) << sheet.Name();
     EXPECT_EQ(rows.details_row, 3 + 15);
     EXPECT_EQ(rows.report_row, 9 + 15);
     EXPECT_TRUE(sheet.Cells(screen_rows[1] + 2, c).Value().IsEmpty());
