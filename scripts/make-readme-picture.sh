@@ -1,6 +1,6 @@
 #!/bin/sh
 # Makes docs/report.png, the picture of a converted report in README.md: the
-# example examples/spectrum_markers.xml is converted by z4400conv and the
+# example examples/band_scan_markers.xml is converted by z4400conv and the
 # top of its "Report" sheet is drawn by LibreOffice Calc. Calc prints the
 # sheet's left columns (configuration block) and right columns (chart and
 # marker list) on two pages; the picture puts them side by side again.
@@ -11,7 +11,7 @@ set -eu
 cd "$(dirname "$0")/.."
 
 program=${1:-build/release/app/z4400conv}
-example=examples/spectrum_markers.xml
+example=examples/band_scan_markers.xml
 [ -x "$program" ] || { echo "$0: no z4400conv at $program (build it first)" >&2; exit 2; }
 for tool in soffice pdftoppm python3; do
   command -v "$tool" >/dev/null 2>&1 || { echo "$0: $tool is not installed" >&2; exit 3; }
@@ -22,13 +22,13 @@ trap 'rm -rf "$work"' EXIT INT TERM
 mkdir "$work/out"
 "$program" --batch --overwrite --settings-dir "$work" --output-dir "$work/out" "$example" \
   >"$work/convert.log" 2>&1 || { cat "$work/convert.log" >&2; exit 1; }
-book="$work/out/spectrum_markers.xlsx"
+book="$work/out/band_scan_markers.xlsx"
 timeout 180 soffice --headless --norestore "-env:UserInstallation=file://$work/profile" \
   --convert-to pdf --outdir "$work" "$book" >"$work/soffice.log" 2>&1 || {
   cat "$work/soffice.log" >&2
   exit 1
 }
-pdftoppm -r 90 -f 1 -l 2 "$work/spectrum_markers.pdf" "$work/page"
+pdftoppm -r 90 -f 1 -l 2 "$work/band_scan_markers.pdf" "$work/page"
 # The two pages side by side, blank margins trimmed, a white border added.
 python3 - "$work" docs/report.png <<'PY'
 import glob, struct, sys, zlib

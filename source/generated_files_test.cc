@@ -148,7 +148,7 @@ TEST(GeneratedFilesTest, ExamplesAreTheGeneratorsOutput) {
   delta.delta = true;
   delta.gaps = {5, 120};
   const Example examples[] = {
-      {"spectrum_markers.xml", options(11, "Z4420", "ISM band scan", 401, 4, {K::kSpectrum}),
+      {"band_scan_markers.xml", options(11, "Z4420", "ISM band scan", 401, 4, {K::kSpectrum}),
        false},
       {"mixed_screens.xml",
        options(12, "Z4430", "Burst timing", 301, 2, {K::kSpectrum, K::kZeroSpan, K::kFreqTime}),
