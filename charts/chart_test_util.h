@@ -10,7 +10,7 @@
 #include "charts/chart_settings.h"
 #include "charts/result_sheets.h"
 #include "testing/test_files.h"
-#include "workbook/application.h"
+#include "workbook/model/application.h"
 
 namespace z4400::testing {
 

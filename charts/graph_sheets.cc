@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "charts/result_sheets.h"
-#include "workbook/application.h"
+#include "workbook/model/application.h"
 
 namespace z4400 {
 

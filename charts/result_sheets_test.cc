@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "charts/chart_test_util.h"
-#include "source/runtime_failure.h"
-#include "workbook/application.h"
-#include "workbook/xl_constants.h"
+#include "common/runtime_failure.h"
+#include "workbook/model/application.h"
+#include "workbook/model/xl_constants.h"
 
 namespace z4400 {
 namespace {

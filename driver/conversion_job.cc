@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "driver/file_dialogs.h"
 #include "driver/settings_file.h"
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {

@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "driver/settings_file.h"
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
 

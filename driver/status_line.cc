@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "driver/settings_file.h"
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {

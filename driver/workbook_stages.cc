@@ -8,9 +8,9 @@
 #include "charts/graph_sheets.h"
 #include "charts/result_sheets.h"
 #include "charts/trace_series.h"
-#include "source/runtime_failure.h"
-#include "workbook/general_info_sheet.h"
-#include "workbook/screen_config_sheet.h"
+#include "common/runtime_failure.h"
+#include "workbook/reports/general_info_sheet.h"
+#include "workbook/reports/screen_config_sheet.h"
 
 namespace z4400 {
 

@@ -15,13 +15,13 @@
 #include "driver/converter.h"
 #include "source/screen_tables.h"
 #include "source/source_reader.h"
-#include "workbook/application.h"
-#include "workbook/cell_range.h"
-#include "workbook/eng_units.h"
+#include "workbook/model/application.h"
+#include "workbook/model/cell_range.h"
+#include "common/eng_units.h"
 #include "workbook/excel_app.h"
-#include "workbook/markers_details_sheet.h"
-#include "workbook/raw_data_sheet.h"
-#include "workbook/screen_units.h"
+#include "workbook/reports/markers_details_sheet.h"
+#include "workbook/reports/raw_data_sheet.h"
+#include "workbook/reports/screen_units.h"
 
 namespace z4400 {
 

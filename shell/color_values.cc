@@ -4,8 +4,8 @@
 #include <string>
 
 #include "driver/settings.h"
-#include "source/numeric_text.h"
-#include "source/runtime_failure.h"
+#include "common/numeric_text.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "source/runtime_failure.h"
-#include "workbook/name_compare.h"
+#include "common/runtime_failure.h"
+#include "workbook/model/name_compare.h"
 
 namespace z4400 {
 namespace {
