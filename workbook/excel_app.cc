@@ -7,6 +7,7 @@
 
 #include "common/runtime_failure.h"
 #include "workbook/model/name_compare.h"
+#include "workbook/spreadsheet_files.h"
 
 namespace z4400 {
 namespace {
@@ -66,7 +67,7 @@ Chart& ExcelApp::ChartNamed(std::string_view name) const {
 }
 
 bool ExcelApp::Excel_Start(bool visible) {
-  application_ = std::make_shared<Application>(version_);
+  application_ = std::make_shared<Application>(version_, std::make_shared<SpreadsheetFiles>());
   application_->SetWindowState(kXlMinimized);
   application_->SetVisible(visible);
   application_->SetDisplayAlerts(false);

@@ -4,16 +4,15 @@
 
 #include "common/runtime_failure.h"
 #include "workbook/model/name_compare.h"
-#include "workbook/xlsx/xlsx_reader.h"
 
 namespace z4400 {
 namespace {
 
 // Reads `path` into `workbook`, which must then hold at least one sheet; the
 // first sheet becomes active unless the file chose one.
-void ReadInto(const std::filesystem::path& path, Workbook* workbook) {
+void ReadInto(const WorkbookFiles& files, const std::filesystem::path& path, Workbook* workbook) {
   std::string error;
-  if (!ReadXlsx(path, workbook, &error)) {
+  if (!files.Read(path, workbook, &error)) {
     throw RuntimeFailure("Cannot open " + path.string() + ": " + error);
   }
   if (workbook->sheets().empty()) {
@@ -56,7 +55,7 @@ Workbook& WorkbookList::Add(const std::filesystem::path& template_path) const {
   // A workbook made from a template is a new, unsaved workbook named after
   // the template ("Report1" from "Report.xlsx").
   auto book = std::make_unique<Workbook>(application_, template_path.stem().string() + "1");
-  ReadInto(template_path, book.get());
+  ReadInto(application_->Files(), template_path, book.get());
   return application_->AdoptWorkbook(std::move(book));
 }
 
@@ -73,12 +72,13 @@ Workbook& WorkbookList::Open(const std::filesystem::path& path) const {
     }
   }
   auto book = std::make_unique<Workbook>(application_, full.filename().string());
-  ReadInto(full, book.get());
+  ReadInto(application_->Files(), full, book.get());
   book->SetFile(full);
   return application_->AdoptWorkbook(std::move(book));
 }
 
-Application::Application(std::string version) : version_(std::move(version)) {}
+Application::Application(std::string version, std::shared_ptr<const WorkbookFiles> files)
+    : version_(std::move(version)), files_(std::move(files)) {}
 
 Application::~Application() {
   active_workbook_ = nullptr;
@@ -104,6 +104,12 @@ void Application::Quit() {
   active_workbook_ = nullptr;
   workbooks_.clear();
   running_ = false;
+}
+
+const WorkbookFiles& Application::Files() const {
+  if (files_ == nullptr)
+    throw RuntimeFailure("This application cannot read or write workbook files");
+  return *files_;
 }
 
 void Application::CheckRunning() const {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "workbook/model/workbook.h"
+#include "workbook/model/workbook_files.h"
 #include "workbook/model/xl_constants.h"
 
 namespace z4400 {
@@ -52,7 +53,10 @@ class WorkbookList {
 /// and the conversion driver.
 class Application {
  public:
-  explicit Application(std::string version = kDefaultVersion);
+  /// `files` writes and reads the workbook files; without it saving and
+  /// opening throw `RuntimeFailure`.
+  explicit Application(std::string version = kDefaultVersion,
+                       std::shared_ptr<const WorkbookFiles> files = nullptr);
   ~Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
@@ -94,6 +98,9 @@ class Application {
   bool Running() const { return running_; }
   /// Throws `RuntimeFailure` once the application has quit.
   void CheckRunning() const;
+  /// What saves and opens the workbooks. Throws `RuntimeFailure` when the
+  /// application was given nothing.
+  const WorkbookFiles& Files() const;
 
   // For the workbooks and their collection.
 
@@ -108,6 +115,7 @@ class Application {
 
  private:
   std::string version_;
+  std::shared_ptr<const WorkbookFiles> files_;
   std::string status_bar_;
   bool display_alerts_ = true;
   bool screen_updating_ = true;

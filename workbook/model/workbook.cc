@@ -46,7 +46,7 @@ void Workbook::Save() {
     throw RuntimeFailure("Workbook " + name_ + " has never been saved: it has no file yet");
   }
   std::string error;
-  if (!SaveWorkbookFile(*this, path_, application_->Version(), &error)) {
+  if (!application_->Files().Save(*this, path_, &error)) {
     throw RuntimeFailure(error);
   }
 }
@@ -54,7 +54,7 @@ void Workbook::Save() {
 void Workbook::SaveAs(const std::filesystem::path& path) {
   const std::filesystem::path target = WorkbookFilePath(path, application_->Version());
   std::string error;
-  if (!SaveWorkbookFile(*this, target, application_->Version(), &error)) {
+  if (!application_->Files().Save(*this, target, &error)) {
     throw RuntimeFailure(error);
   }
   SetFile(target);

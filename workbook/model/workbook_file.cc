@@ -1,10 +1,9 @@
 #include "workbook/model/workbook_file.h"
 
 #include <charconv>
+#include <string>
 
 #include "workbook/model/name_compare.h"
-#include "workbook/xls/xls_export.h"
-#include "workbook/xlsx/xlsx_writer.h"
 
 namespace z4400 {
 
@@ -25,12 +24,6 @@ std::filesystem::path WorkbookFilePath(const std::filesystem::path& path,
   std::filesystem::path with_extension = path;
   with_extension += IsBinaryFormatVersion(version) ? ".xls" : ".xlsx";
   return with_extension;
-}
-
-bool SaveWorkbookFile(const Workbook& workbook, const std::filesystem::path& path,
-                      std::string_view /*version*/, std::string* error) {
-  if (AsciiLower(path.extension().string()) == ".xls") return SaveXls(workbook, path, error);
-  return SaveXlsx(workbook, path, error);
 }
 
 }  // namespace z4400

@@ -1,15 +1,12 @@
-// Which file a workbook is saved to and in which format: the name decides,
-// as the spreadsheet does when no format is given.
+// Which file a workbook is saved to: a name without a workbook extension
+// gets the default extension of the application's version.
 #ifndef Z4400_WORKBOOK_MODEL_WORKBOOK_FILE_H_
 #define Z4400_WORKBOOK_MODEL_WORKBOOK_FILE_H_
 
 #include <filesystem>
-#include <string>
 #include <string_view>
 
 namespace z4400 {
-
-class Workbook;
 
 /// Whether `version` (the application's version text, "16.0") is below 12,
 /// the versions whose default workbook format is the binary .xls.
@@ -20,11 +17,6 @@ bool IsBinaryFormatVersion(std::string_view version);
 /// ".xlt", ".xltx", ".xltm", any case): ".xls" below version 12, ".xlsx"
 /// from 12 on. "meas" and "meas.v2" become "meas.xlsx" and "meas.v2.xlsx".
 std::filesystem::path WorkbookFilePath(const std::filesystem::path& path, std::string_view version);
-
-/// Writes `workbook` to `path`: the binary .xls format when the extension is
-/// ".xls" (any case), .xlsx otherwise. False with `*error` set on failure.
-bool SaveWorkbookFile(const Workbook& workbook, const std::filesystem::path& path,
-                      std::string_view version, std::string* error);
 
 }  // namespace z4400
 
