@@ -8,6 +8,7 @@
 
 #include "charts/result_sheets.h"
 #include "common/runtime_failure.h"
+#include "common/sheet_names.h"
 #include "workbook/model/application.h"
 #include "workbook/model/cell_address.h"
 #include "workbook/model/xl_constants.h"

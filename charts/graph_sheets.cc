@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "charts/result_sheets.h"
+#include "common/sheet_names.h"
 #include "workbook/model/application.h"
 
 namespace z4400 {

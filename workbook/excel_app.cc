@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "common/checked16.h"
 #include "common/runtime_failure.h"
 #include "workbook/model/name_compare.h"
 #include "workbook/spreadsheet_files.h"
@@ -31,17 +32,11 @@ Worksheet& AsWorksheet(Sheet& sheet) {
   return static_cast<Worksheet&>(sheet);
 }
 
-int16_t Add16(int a, int b) {
-  const int sum = a + b;
-  if (sum < INT16_MIN || sum > INT16_MAX) throw RuntimeFailure("Overflow");
-  return static_cast<int16_t>(sum);
-}
-
 // "A5:A105" for column 1 from row 5 over 100 further rows.
 std::string ColumnRangeText(int column, int first_row, int row_count) {
   const std::string letters = ExcelColNumber2ColLetter(column);
   return letters + std::to_string(first_row) + ":" + letters +
-         std::to_string(Add16(first_row, row_count));
+         std::to_string(Checked16(static_cast<int64_t>(first_row) + row_count));
 }
 
 }  // namespace

@@ -2,21 +2,12 @@
 
 #include <cctype>
 #include <cstdint>
-#include <limits>
 
+#include "common/checked16.h"
 #include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {
-
-// The column arithmetic is done in 16-bit integers, as the sheet writers
-// have always done it: a result outside that range is an overflow.
-int16_t Checked16(long long value) {
-  if (value < std::numeric_limits<int16_t>::min() || value > std::numeric_limits<int16_t>::max()) {
-    throw RuntimeFailure("Overflow");
-  }
-  return static_cast<int16_t>(value);
-}
 
 char Character(int code) {
   if (code < 0 || code > 255) throw RuntimeFailure("Invalid procedure call or argument");

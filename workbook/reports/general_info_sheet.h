@@ -7,16 +7,14 @@
 #include <cstdint>
 #include <string_view>
 
+#include "common/sheet_names.h"
 #include "source/records.h"
 #include "workbook/excel_app.h"
 
 namespace z4400 {
 
-/// Heading and sheet of the block on the report sheet and on the raw data
-/// sheet.
-inline constexpr std::string_view kReportSheet = "Report";
+/// Heading of the block on the report sheet and on the raw data sheet.
 inline constexpr std::string_view kReportHeading = "Measurement Report";
-inline constexpr std::string_view kRawDataSheet = "Raw Data";
 inline constexpr std::string_view kRawDataHeading = "Configuration and Traces";
 
 /// Writes the block on worksheet `sheet_name` of the active workbook, which

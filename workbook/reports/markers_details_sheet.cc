@@ -4,8 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "common/runtime_failure.h"
 #include "common/eng_units.h"
+#include "common/runtime_failure.h"
+#include "common/sheet_names.h"
+#include "common/trace_letters.h"
 #include "workbook/reports/general_info_sheet.h"
 #include "workbook/reports/raw_data_sheet.h"
 #include "workbook/reports/report_lines.h"

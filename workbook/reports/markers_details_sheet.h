@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "common/sheet_names.h"
 #include "source/records.h"
 #include "source/screen_tables.h"
 #include "workbook/excel_app.h"
@@ -15,7 +16,6 @@
 
 namespace z4400 {
 
-inline constexpr std::string_view kMarkersDetailsSheet = "Markers Details";
 inline constexpr std::string_view kMarkersDetailsHeading = "Markers Detailed Report";
 
 /// Where the next screen's list goes on each sheet; one object per output

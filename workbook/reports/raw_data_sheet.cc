@@ -2,7 +2,10 @@
 
 #include <string>
 
+#include "common/checked16.h"
 #include "common/runtime_failure.h"
+#include "common/sheet_names.h"
+#include "common/trace_letters.h"
 #include "workbook/reports/general_info_sheet.h"
 #include "workbook/reports/report_lines.h"
 
@@ -10,13 +13,6 @@ namespace z4400 {
 namespace {
 
 constexpr std::string_view kHeaderFormat = "0.###";
-
-int16_t Checked16(int64_t value, const char* what) {
-  if (value < INT16_MIN || value > INT16_MAX) {
-    throw RuntimeFailure(std::string("Overflow: ") + what + " " + std::to_string(value));
-  }
-  return static_cast<int16_t>(value);
-}
 
 bool IsFrequencyFunction(std::string_view function) {
   return function == "Phase-Freq" || function == "PartialFFT";
@@ -66,21 +62,6 @@ RawScreenTables RawTablesOf(const SourceReader& source, const ScreenUnitTable& u
                             XAxisScale& scale, int screen) {
   return RawScreenTables{source.Digital(screen), source.Vertical(screen), source.TimeAxis(screen),
                          ScreenUnitsOf(units, screen), scale};
-}
-
-std::string TraceLetter(int32_t trace) {
-  switch (trace) {
-    case 1:
-      return "B";
-    case 2:
-      return "C";
-    case 3:
-      return "M";
-    case 4:
-      return "O";
-    default:
-      return "A";
-  }
 }
 
 int16_t RawBlockRow(int32_t point_count, int32_t screen) {

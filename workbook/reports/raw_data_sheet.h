@@ -13,8 +13,8 @@
 #include "source/screen_tables.h"
 #include "source/source_reader.h"
 #include "workbook/excel_app.h"
-#include "workbook/reports/screen_units.h"
 #include "workbook/model/worksheet.h"
+#include "workbook/reports/screen_units.h"
 
 namespace z4400 {
 
@@ -61,10 +61,6 @@ struct RawBlock {
   std::string_view UnitText;
   std::string_view ValueText;
 };
-
-/// Trace letter by trace index: 0 "A", 1 "B", 2 "C", 3 "M", 4 "O", any
-/// other "A".
-std::string TraceLetter(int32_t trace);
 
 /// First header row of screen `screen`'s block for N points: (N + 6) × s + 9.
 /// Throws `RuntimeFailure` when it does not fit 16 bits.

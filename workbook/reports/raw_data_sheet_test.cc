@@ -40,14 +40,6 @@ std::vector<double> Spread(double start, double stop, int n) {
   return v;
 }
 
-TEST(RawDataSheetTest, TraceLetters) {
-  const struct {
-    int32_t trace;
-    const char* letter;
-  } kCases[] = {{0, "A"}, {1, "B"}, {2, "C"}, {3, "M"}, {4, "O"}, {5, "A"}, {-1, "A"}};
-  for (const auto& c : kCases) EXPECT_EQ(TraceLetter(c.trace), c.letter) << c.trace;
-}
-
 TEST(RawDataSheetTest, BlockRowsAndColumnsFor401Points) {
   ExcelApp excel = StartWithResultSheets();
   Worksheet& raw = SheetOf(excel, "Raw Data");

@@ -28,8 +28,8 @@ struct Converted {
   SourceReader reader;
   GeneralInfo general;
   ScreenUnitTable units{};
-  std::array<TimeAxisEntry, kTimeAxisSlots> time_axis{};
-  std::array<XAxisScale, kTimeAxisSlots> scales{};
+  std::array<TimeAxisEntry, kAxisTableSlots> time_axis{};
+  std::array<XAxisScale, kAxisTableSlots> scales{};
   std::array<MarkersInfo, kScreenSlots> markers{};
   std::array<int16_t, kScreenSlots> status{};
   std::array<int16_t, kScreenSlots> log_x_first_row{};
