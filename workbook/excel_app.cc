@@ -8,6 +8,7 @@
 #include "common/checked16.h"
 #include "common/runtime_failure.h"
 #include "workbook/model/name_compare.h"
+#include "workbook/model/typed_input.h"
 #include "workbook/spreadsheet_files.h"
 
 namespace z4400 {
@@ -265,7 +266,7 @@ void ExcelApp::Chart_AddMarker(std::string_view chart_name, int16_t series_index
   int i = 1;
   bool found = false;
   while (i <= count) {
-    const bool reached = x_values(i).ToNumber() >= x;
+    const bool reached = NumberOf(x_values(i)) >= x;
     ++i;
     if (reached) {
       found = true;

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "common/runtime_failure.h"
-#include "workbook/model/typed_input.h"
 
 namespace z4400 {
 
@@ -23,23 +22,6 @@ const std::string& CellValue::Text() const {
 bool CellValue::Boolean() const {
   const bool* flag = std::get_if<bool>(&value_);
   return flag != nullptr && *flag;
-}
-
-double CellValue::ToNumber() const {
-  switch (Kind()) {
-    case CellKind::kEmpty:
-      return 0;
-    case CellKind::kNumber:
-    case CellKind::kDate:
-      return Number();
-    case CellKind::kBoolean:
-      return Boolean() ? -1 : 0;
-    case CellKind::kText:
-      break;
-  }
-  const CellValue typed = ParseTypedInput(Text());
-  if (typed.IsNumber() || typed.IsDate()) return typed.Number();
-  throw RuntimeFailure("Type mismatch");
 }
 
 std::string CellValue::ToText() const {

@@ -55,12 +55,6 @@ class CellValue {
   /// The flag of a boolean; false otherwise.
   bool Boolean() const;
 
-  /// The value as the spreadsheet would convert it for arithmetic: empty is
-  /// 0, a boolean is -1 (true) or 0, a date is its serial, a text must read
-  /// as a number ("." decimal point). Throws `RuntimeFailure` ("Type
-  /// mismatch") for any other text.
-  double ToNumber() const;
-
   /// The value as plain text: numbers in shortest round-trip form ("0.5",
   /// "1e+20"), booleans "TRUE" or "FALSE", dates as their serial, empty as
   /// "".

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <string>
 
+#include "common/runtime_failure.h"
+
 namespace z4400 {
 namespace {
 
@@ -144,6 +146,23 @@ CellValue ParseTypedInput(std::string_view text) {
     if (EqualsIgnoringCase(trimmed, "FALSE")) return CellValue(false);
   }
   return CellValue(std::string(text));
+}
+
+double NumberOf(const CellValue& value) {
+  switch (value.Kind()) {
+    case CellKind::kEmpty:
+      return 0;
+    case CellKind::kNumber:
+    case CellKind::kDate:
+      return value.Number();
+    case CellKind::kBoolean:
+      return value.Boolean() ? -1 : 0;
+    case CellKind::kText:
+      break;
+  }
+  const CellValue typed = ParseTypedInput(value.Text());
+  if (typed.IsNumber() || typed.IsDate()) return typed.Number();
+  throw RuntimeFailure("Type mismatch");
 }
 
 }  // namespace z4400

@@ -31,6 +31,12 @@ CellValue ParseTypedInput(std::string_view text);
 /// when the date does not exist or lies outside 1900-01-01 .. 9999-12-31.
 std::optional<double> DateSerial(int year, int month, int day);
 
+/// `value` as the spreadsheet would convert it for arithmetic: empty is 0,
+/// a boolean is -1 (true) or 0, a date is its serial, a text must read as a
+/// number ("." decimal point). Throws `RuntimeFailure` ("Type mismatch")
+/// for any other text.
+double NumberOf(const CellValue& value);
+
 }  // namespace z4400
 
 #endif  // Z4400_WORKBOOK_MODEL_TYPED_INPUT_H_

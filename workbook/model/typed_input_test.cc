@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "common/runtime_failure.h"
+
 namespace z4400 {
 namespace {
 
@@ -110,6 +112,23 @@ TEST(TypedInputTest, EverythingElseStaysText) {
   EXPECT_EQ(ParseTypedInput("'"), CellValue(""));
   // The empty text clears the cell.
   EXPECT_TRUE(ParseTypedInput("").IsEmpty());
+}
+
+TEST(TypedInputTest, NumberOfConvertsForArithmetic) {
+  const struct {
+    CellValue value;
+    double number;
+  } kCases[] = {{CellValue(), 0},
+                {CellValue(2.5), 2.5},
+                {CellValue(true), -1},
+                {CellValue(false), 0},
+                {CellValue(DateValue{61}), 61},
+                {CellValue(" 1E3 "), 1000},
+                {CellValue("2007-03-05"), 39146}};
+  for (const auto& c : kCases) EXPECT_EQ(NumberOf(c.value), c.number) << c.value.ToText();
+  for (const char* text : {"abc", "TRUE", "1,5", "'5"}) {
+    EXPECT_THROW(NumberOf(CellValue(text)), RuntimeFailure) << text;
+  }
 }
 
 TEST(TypedInputTest, DateSerialRejectsImpossibleDates) {
