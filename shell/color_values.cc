@@ -3,9 +3,9 @@
 #include <cmath>
 #include <string>
 
-#include "driver/settings.h"
 #include "common/numeric_text.h"
 #include "common/runtime_failure.h"
+#include "driver/settings.h"
 
 namespace z4400 {
 namespace {

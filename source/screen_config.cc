@@ -3,10 +3,10 @@
 // every point.
 #include <array>
 
+#include "common/eng_units.h"
 #include "common/numeric_text.h"
 #include "common/runtime_failure.h"
 #include "source/source_reader.h"
-#include "common/eng_units.h"
 
 namespace z4400 {
 namespace {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "common/runtime_failure.h"
-#include "workbook/reports/report_sheets_test_util.h"
 #include "workbook/model/typed_input.h"
+#include "workbook/reports/report_sheets_test_util.h"
 
 namespace z4400 {
 namespace {

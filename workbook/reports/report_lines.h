@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "workbook/model/cell_value.h"
 #include "workbook/excel_app.h"
+#include "workbook/model/cell_value.h"
 #include "workbook/model/worksheet.h"
 
 namespace z4400 {

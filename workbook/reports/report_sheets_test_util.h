@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "workbook/excel_app.h"
 #include "workbook/model/application.h"
 #include "workbook/model/display_text.h"
-#include "workbook/excel_app.h"
 #include "workbook/model/worksheet.h"
 
 namespace z4400::testing {

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <string>
 
-#include "common/runtime_failure.h"
 #include "common/eng_units.h"
+#include "common/runtime_failure.h"
 #include "workbook/reports/report_lines.h"
 
 namespace z4400 {

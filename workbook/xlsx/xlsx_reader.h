@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "workbook/xlsx/xlsx_read_cells.h"
 #include "workbook/package/zip_reader.h"
+#include "workbook/xlsx/xlsx_read_cells.h"
 
 namespace z4400 {
 

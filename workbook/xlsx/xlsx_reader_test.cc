@@ -9,8 +9,8 @@
 #include "testing/test_files.h"
 #include "workbook/model/application.h"
 #include "workbook/model/workbook.h"
-#include "workbook/xlsx/xlsx_read_styles.h"
 #include "workbook/package/zip_writer.h"
+#include "workbook/xlsx/xlsx_read_styles.h"
 
 namespace z4400 {
 namespace {

@@ -4,10 +4,11 @@
 #include <vector>
 
 #include "common/runtime_failure.h"
-#include "workbook/package/atomic_file.h"
 #include "workbook/model/chart_sheet.h"
 #include "workbook/model/workbook.h"
 #include "workbook/model/worksheet.h"
+#include "workbook/package/atomic_file.h"
+#include "workbook/package/zip_writer.h"
 #include "workbook/xlsx/xlsx_chart_part.h"
 #include "workbook/xlsx/xlsx_chartsheet_part.h"
 #include "workbook/xlsx/xlsx_drawing_part.h"
@@ -15,7 +16,6 @@
 #include "workbook/xlsx/xlsx_package_parts.h"
 #include "workbook/xlsx/xlsx_sheet_part.h"
 #include "workbook/xlsx/xlsx_styles_part.h"
-#include "workbook/package/zip_writer.h"
 
 namespace z4400 {
 namespace {
