@@ -117,6 +117,7 @@ struct WindowFixture {
     options.make_stages = WorkbookStagesFactory(kDefaultVersion);
     options.version_probe = std::move(probe);
     options.data_folder = scratch.path().string();
+    options.remembered_folders_file = scratch / "config" / "folders.ini";
     window = std::make_unique<Form1>(dialogs, std::move(options));
     window->show();
   }
