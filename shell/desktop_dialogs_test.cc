@@ -3,6 +3,7 @@
 // workbooks on disk are checked.
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
@@ -32,9 +33,12 @@ class DesktopDialogs : public QtModalDialogs {
 
 /// Answers the modal windows that open, one scripted step each, in order,
 /// as a user would: it acts in the window once it is the active modal one.
+/// A step that finds another window than it expects fails the test and
+/// cancels that window, so that a wrong turn never leaves the test waiting.
 class ModalScript {
  public:
-  using Step = std::function<void(QWidget* modal)>;
+  /// Answers `modal`; false when it is not the window the step expects.
+  using Step = std::function<bool(QWidget* modal)>;
 
   ModalScript() {
     QObject::connect(&timer_, &QTimer::timeout, [this] { Poll(); });
@@ -51,7 +55,10 @@ class ModalScript {
     if (modal == nullptr || modal == answered_ || !modal->isVisible() || Finished()) return;
     answered_ = modal;
     titles_.push_back(modal->windowTitle().toStdString());
-    steps_[next_++](modal);
+    if (!steps_[next_++](modal)) {
+      ADD_FAILURE() << "unexpected window \"" << titles_.back() << "\"";
+      if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->reject();
+    }
   }
 
   QTimer timer_;
@@ -65,14 +72,14 @@ class ModalScript {
 ModalScript::Step TypeFileName(std::string name, std::vector<std::string>* proposals) {
   return [name = std::move(name), proposals](QWidget* modal) {
     auto* dialog = qobject_cast<QFileDialog*>(modal);
-    ASSERT_NE(dialog, nullptr);
+    auto* edit = modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (dialog == nullptr || edit == nullptr) return false;
     if (proposals != nullptr) proposals->push_back(dialog->selectedFiles().value(0).toStdString());
-    auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    ASSERT_NE(edit, nullptr);
     edit->setFocus();
     edit->selectAll();
     QTest::keyClicks(edit, QString::fromStdString(name));
     QTest::keyClick(edit, Qt::Key_Return);
+    return true;
   };
 }
 
@@ -80,9 +87,10 @@ ModalScript::Step TypeFileName(std::string name, std::vector<std::string>* propo
 ModalScript::Step Answer(QMessageBox::StandardButton button, std::vector<std::string>* texts) {
   return [button, texts](QWidget* modal) {
     auto* box = qobject_cast<QMessageBox*>(modal);
-    ASSERT_NE(box, nullptr);
+    if (box == nullptr || box->button(button) == nullptr) return false;
     texts->push_back(box->text().toStdString());
     QTest::mouseClick(box->button(button), Qt::LeftButton);
+    return true;
   };
 }
 
