@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -16,6 +17,7 @@
 #include <sstream>
 
 #include "driver/settings_file.h"
+#include "shell/options_dialog.h"
 #include "driver/settings.h"
 #include "shell/window_test_util.h"
 
@@ -286,6 +288,16 @@ TEST(MainWindowTest, SaveMenuAndBrowseStoreTheOutputFolder) {
     EXPECT_EQ(fixture.window->converter().settings().OutputDirectory, "/chosen/folder");
     EXPECT_EQ(fixture.window->converter().settings().UseOutputDirectory, 1);
   }
+}
+
+TEST(MainWindowTest, TheWindowHasItsIconAndItsDialogsShareIt) {
+  WindowFixture fixture;
+  const QImage icon = fixture.window->windowIcon().pixmap(QSize(64, 64)).toImage();
+  ASSERT_FALSE(icon.isNull()) << "the icon is drawn (Qt's SVG plug-in is installed)";
+  EXPECT_EQ(icon.pixelColor(1, 1).alpha(), 0) << "a corner is transparent";
+  EXPECT_GT(icon.pixelColor(32, 32).alpha(), 0) << "the middle is drawn";
+  EXPECT_EQ(fixture.window->OptionsDialog().windowIcon().cacheKey(),
+            fixture.window->windowIcon().cacheKey());
 }
 
 TEST(MainWindowTest, HelpMenuReportsVersionSpreadsheetAndSystem) {
