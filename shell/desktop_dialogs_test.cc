@@ -97,8 +97,9 @@ ModalScript::Step Answer(QMessageBox::StandardButton button, std::vector<std::st
 struct DesktopWindowFixture {
   DesktopWindowFixture() {
     testing::EnsureApplication();
-    window = std::make_unique<Form1>(
-        dialogs, testing::ScratchWindowOptions(scratch, [] { return std::string(kDefaultVersion); }));
+    window = std::make_unique<Form1>(dialogs, testing::ScratchWindowOptions(scratch, [] {
+                                       return std::string(kDefaultVersion);
+                                     }));
     window->show();
     window->StartUp({});
   }

@@ -135,7 +135,10 @@ TEST(FormTextsTest, EveryCaptionTitleAndMenuEntryReadsAsDesigned) {
   // The line weight list as it is filled for the dialog.
   const auto* weights = options.findChild<QComboBox*>(QStringLiteral("Combo1"));
   std::vector<std::string> weight_texts;
-  for (int i = 0; i < weights->count(); ++i) weight_texts.push_back(weights->itemText(i).toStdString());
+  weight_texts.reserve(static_cast<std::size_t>(weights->count()));
+  for (int i = 0; i < weights->count(); ++i) {
+    weight_texts.push_back(weights->itemText(i).toStdString());
+  }
   EXPECT_EQ(weight_texts, (std::vector<std::string>{"0.25 pt", "1 pt", "2 pt", "3 pt"}));
 }
 

@@ -16,9 +16,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "driver/settings.h"
 #include "driver/settings_file.h"
 #include "shell/options_dialog.h"
-#include "driver/settings.h"
 #include "shell/window_test_util.h"
 
 namespace z4400 {
@@ -176,9 +176,8 @@ TEST(MainWindowTest, DialogsStartWhereTheUserWasLastTimeAndLeaveAlwaysOnTop) {
 
   // The next run of the program: a new window over the same folders.
   testing::ScriptedDialogs next_dialogs;
-  Form1 next_run(next_dialogs, testing::ScratchWindowOptions(first_run.scratch, [] {
-                   return std::string(kDefaultVersion);
-                 }));
+  Form1 next_run(next_dialogs, testing::ScratchWindowOptions(
+                                   first_run.scratch, [] { return std::string(kDefaultVersion); }));
   next_run.show();
   next_run.StartUp({});
   auto* folder_box = next_run.findChild<QLineEdit*>(QStringLiteral("Text1"));
