@@ -47,6 +47,7 @@ std::vector<Seen> Collect(FolderWatcher& watcher, const std::filesystem::path& r
 
 std::vector<std::filesystem::path> Paths(const std::vector<Seen>& seen) {
   std::vector<std::filesystem::path> paths;
+  paths.reserve(seen.size());
   for (const Seen& one : seen) paths.push_back(one.path);
   return paths;
 }
@@ -65,7 +66,7 @@ void WriteFile(const std::filesystem::path& path, const std::string& text) {
 
 TEST(FolderWatcherTest, FilesPresentFirstThenNewOnesAndNewFolders) {
   ScratchDir scratch;
-  const std::filesystem::path root = scratch.path();
+  const std::filesystem::path& root = scratch.path();
   std::filesystem::create_directories(root / "sub");
   WriteFile(root / "b.xml", InstrumentText(1));
   WriteFile(root / "a.xml", InstrumentText(2));
@@ -90,7 +91,7 @@ TEST(FolderWatcherTest, FilesPresentFirstThenNewOnesAndNewFolders) {
 
 TEST(FolderWatcherTest, FilesWrittenSlowlyInChunksAreHandedOutOnceAfterTheLastChunk) {
   ScratchDir scratch;
-  const std::filesystem::path root = scratch.path();
+  const std::filesystem::path& root = scratch.path();
   const auto watcher = OpenWatcher(root, milliseconds(60));
   ASSERT_NE(watcher, nullptr);
   const std::string text = InstrumentText(6);
@@ -130,7 +131,7 @@ TEST(FolderWatcherTest, FilesWrittenSlowlyInChunksAreHandedOutOnceAfterTheLastCh
 
 TEST(FolderWatcherTest, AFileReplacedByANewerOneIsHandedOutAgain) {
   ScratchDir scratch;
-  const std::filesystem::path root = scratch.path();
+  const std::filesystem::path& root = scratch.path();
   WriteFile(root / "meas.xml", InstrumentText(7));
   const auto watcher = OpenWatcher(root, milliseconds(30));
   ASSERT_NE(watcher, nullptr);

@@ -41,6 +41,7 @@ std::vector<std::filesystem::path> SettleTracker::TakeReady(Clock::time_point no
   }
   std::sort(ready.begin(), ready.end());
   std::vector<std::filesystem::path> paths;
+  paths.reserve(ready.size());
   for (auto& [order, path] : ready) paths.push_back(std::move(path));
   return paths;
 }

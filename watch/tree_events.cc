@@ -63,7 +63,7 @@ std::vector<std::filesystem::path> TreeEvents::Wait(std::chrono::milliseconds ti
   std::vector<std::filesystem::path> touched;
   pollfd ready{fd_, POLLIN, 0};
   if (::poll(&ready, 1, static_cast<int>(timeout.count())) <= 0) return touched;
-  alignas(inotify_event) std::array<char, 64 * 1024> buffer;
+  alignas(inotify_event) std::array<char, std::size_t{64} * 1024> buffer;
   for (;;) {
     const ssize_t length = ::read(fd_, buffer.data(), buffer.size());
     if (length <= 0) break;
