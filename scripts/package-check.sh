@@ -27,8 +27,11 @@ package="$(ls "$scratch"/out/*.deb)"
 echo "package: $(basename "$package")"
 
 listing="$(dpkg-deb -c "$package" | awk '{print $NF}')"
+# The window program is part of the package when the build made it.
+window=()
+if [[ -x "$build_dir/app/z4400conv-window" ]]; then window=(./usr/bin/z4400conv-window); fi
 missing=0
-for wanted in ./usr/bin/z4400conv \
+for wanted in ./usr/bin/z4400conv "${window[@]}" \
   ./usr/share/applications/z4400conv.desktop \
   ./usr/share/icons/hicolor/scalable/apps/z4400conv.svg \
   ./usr/share/man/man1/z4400conv.1.gz; do
