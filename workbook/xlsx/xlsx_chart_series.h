@@ -11,6 +11,7 @@
 
 #include "workbook/model/cell_address.h"
 #include "workbook/model/series.h"
+#include "workbook/xlsx/number_texts.h"
 #include "workbook/xlsx/xml_writer.h"
 
 namespace z4400 {
@@ -37,9 +38,11 @@ std::string_view MarkerSymbol(int32_t marker_style, int series_index);
 /// ("'Raw Data'!$F$12:$F$412", quotes in the name doubled).
 std::string SheetReference(std::string_view sheet, const CellArea& area);
 
-/// Writes series `series_index` (from 0) of a chart of kind `kind`.
-/// Throws `RuntimeFailure` when a series refers to a sheet that is gone.
-void WriteSer(XmlWriter& xml, const Series& series, int series_index, const ScatterKind& kind);
+/// Writes series `series_index` (from 0) of a chart of kind `kind`, its
+/// cached numbers taken from `numbers`. Throws `RuntimeFailure` when a
+/// series refers to a sheet that is gone.
+void WriteSer(XmlWriter& xml, const Series& series, int series_index, const ScatterKind& kind,
+              NumberTexts& numbers);
 
 }  // namespace z4400
 
