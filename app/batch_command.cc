@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <iostream>
@@ -26,8 +27,9 @@ constexpr int kExitUsage = 2;
 constexpr int kExitStopped = 3;
 constexpr int kExitInterrupted = 130;
 
-/// Waits for SIGINT and SIGTERM (blocked in every thread of the program) and
-/// interrupts the batch when one comes.
+/// Waits for SIGINT and SIGTERM (blocked in every thread of the program):
+/// the first interrupts the batch, a second ends the program at once (a
+/// file that blocks the batch, such as a device, cannot hold it).
 class InterruptWatch {
  public:
   explicit InterruptWatch(BatchRunner& runner) {
@@ -37,11 +39,15 @@ class InterruptWatch {
     pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
     thread_ = std::thread([this, &runner] {
       const timespec pause{0, 50'000'000};
+      bool interrupted = false;
       while (!done_) {
-        if (sigtimedwait(&signals_, nullptr, &pause) > 0) {
-          runner.Interrupt();
-          return;
+        if (sigtimedwait(&signals_, nullptr, &pause) <= 0) continue;
+        if (interrupted) {
+          std::cerr << "\nz4400conv: interrupted again; ending at once\n";
+          std::_Exit(kExitInterrupted);
         }
+        runner.Interrupt();
+        interrupted = true;
       }
     });
   }

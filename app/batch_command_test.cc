@@ -138,22 +138,37 @@ TEST_F(BatchCommandTest, AFailingFileInTheMiddleGivesTheSameResultsWithEveryNumb
   for (int i = 0; i < 9; ++i) {
     const std::filesystem::path file = in_ / ("f" + std::to_string(i) + ".xml");
     // The fifth file is of a model the converter rejects.
-    WriteInstrumentFile(file, static_cast<uint64_t>(i), 11 + i * 100, i == 4 ? "Q9999" : "Z4420");
+    WriteInstrumentFile(file, static_cast<uint64_t>(i), i == 0 ? 1001 : 11 + i * 100,
+                        i == 4 ? "Q9999" : "Z4420");
     files.push_back(file.string());
   }
+  // A file whose workbook has the name of the first one's.
+  WriteInstrumentFile(in_ / "again" / "f0.xml", 10, 11);
+  const std::string again = (in_ / "again" / "f0.xml").string();
+  const std::string rejected = "z4400conv: " + files[4] + ": Not MQD data.\n";
   struct Case {
     const char* name;
-    std::vector<std::string> options;
+    std::vector<std::string> arguments;
     int status;
     int converted;
+    std::string message;
     const char* summary;
   };
+  std::vector<std::string> same_name = {files[0], again, files[1], files[2]};
+  same_name.insert(same_name.begin(), "--keep-going");
   const std::vector<Case> cases = {
-      {"stops at the failure", {}, 1, 4, "z4400conv: 4 converted, 1 failed, 4 skipped"},
-      {"keeps going", {"--keep-going"}, 1, 8, "z4400conv: 8 converted, 1 failed, 0 skipped"},
+      {"stops at the failure", files, 1, 4, rejected,
+       "z4400conv: 4 converted, 1 failed, 4 skipped"},
+      {"keeps going", {}, 1, 8, rejected, "z4400conv: 8 converted, 1 failed, 0 skipped"},
+      {"one workbook name twice", same_name, 3, 3, again + ": ",
+       "z4400conv: 3 converted, 0 failed, 1 skipped"},
   };
-  for (const Case& c : cases) {
+  for (Case c : cases) {
     SCOPED_TRACE(c.name);
+    if (c.arguments.empty()) {
+      c.arguments = files;
+      c.arguments.insert(c.arguments.begin(), "--keep-going");
+    }
     std::map<std::string, std::string> first_workbooks;
     RunResult first;
     for (const char* jobs : {"1", "2", "3"}) {
@@ -161,17 +176,14 @@ TEST_F(BatchCommandTest, AFailingFileInTheMiddleGivesTheSameResultsWithEveryNumb
       const std::filesystem::path out = scratch_ / "jobs";
       std::filesystem::remove_all(out);
       std::filesystem::create_directories(out);
-      std::vector<std::string> options = c.options;
-      options.insert(options.end(), {"--jobs", jobs});
-      options.insert(options.end(), files.begin(), files.end());
-      const RunResult run = RunProgram(Batch(options, out), scratch_.path());
+      std::vector<std::string> arguments = {"--jobs", jobs};
+      arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+      const RunResult run = RunProgram(Batch(arguments, out), scratch_.path());
       EXPECT_EQ(run.status, c.status) << run.err;
       EXPECT_EQ(Lines(run.out).size(), static_cast<size_t>(c.converted)) << run.out;
-      EXPECT_NE(run.err.find("z4400conv: " + files[4] + ": Not MQD data.\n"), std::string::npos)
-          << run.err;
+      EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
       EXPECT_EQ(Summary(run.err), c.summary) << run.err;
       EXPECT_FALSE(std::filesystem::exists(out / "f4.xlsx")) << "rejected before any workbook";
-      EXPECT_EQ(std::filesystem::exists(out / "f8.xlsx"), c.converted == 8);
       const std::map<std::string, std::string> workbooks = FolderContents(out);
       if (std::string(jobs) == "1") {
         first = run;

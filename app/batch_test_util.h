@@ -39,13 +39,14 @@ inline std::string Quoted(const std::string& text) {
 }
 
 /// The shell command that runs z4400conv with `arguments` in `cwd`, its
-/// output going to `out` and `err`. A run that hangs is ended after 60 s.
+/// output going to `out` and `err`. A run that hangs is ended after 60 s
+/// (killed 5 s later if it does not end then).
 inline std::string ProgramCommand(const std::vector<std::string>& arguments,
                                   const std::filesystem::path& cwd,
                                   const std::filesystem::path& out,
                                   const std::filesystem::path& err) {
   const char* program = std::getenv("Z4400_CONV");
-  std::string command = "cd " + Quoted(cwd.string()) + " && exec timeout 60 " +
+  std::string command = "cd " + Quoted(cwd.string()) + " && exec timeout -k 5 60 " +
                         Quoted(program != nullptr ? program : "");
   for (const std::string& argument : arguments) command += " " + Quoted(argument);
   return command + " >" + Quoted(out.string()) + " 2>" + Quoted(err.string()) + " </dev/null";
