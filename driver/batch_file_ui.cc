@@ -3,12 +3,11 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
-#include <random>
 #include <utility>
 
 #include "driver/console_ui.h"
+#include "workbook/atomic_file.h"
 
 namespace z4400 {
 namespace {
@@ -19,15 +18,9 @@ constexpr int kLinkAttempts = 16;
 }  // namespace
 
 std::string LinkBackup(const std::string& path) {
-  const std::filesystem::path target(path);
-  std::mt19937_64 random(std::random_device{}());
   for (int attempt = 0; attempt < kLinkAttempts; ++attempt) {
-    char suffix[48];
-    std::snprintf(suffix, sizeof suffix, ".%ld-%016llx.tmp", static_cast<long>(::getpid()),
-                  static_cast<unsigned long long>(random()));
-    const std::filesystem::path backup =
-        target.parent_path() / ("." + target.filename().string() + suffix);
-    if (::link(target.c_str(), backup.c_str()) == 0) return backup.string();
+    const std::filesystem::path backup = TemporarySibling(path);
+    if (::link(path.c_str(), backup.c_str()) == 0) return backup.string();
     if (errno != EEXIST) break;
   }
   return {};

@@ -26,16 +26,6 @@ void SetError(std::string* error, std::string message) {
   if (error != nullptr) *error = std::move(message);
 }
 
-/// A name beside `target` that no other save is using: the process id and a
-/// random number, hidden with a leading dot so that a folder listing does not
-/// show it while the save runs.
-std::filesystem::path TemporaryName(const std::filesystem::path& target, std::mt19937_64& random) {
-  char suffix[48];
-  std::snprintf(suffix, sizeof suffix, ".%ld-%016llx.tmp", static_cast<long>(::getpid()),
-                static_cast<unsigned long long>(random()));
-  return target.parent_path() / ("." + target.filename().string() + suffix);
-}
-
 /// The saves of this process: their temporaries, and whether they may still
 /// replace their targets.
 struct SaveRegistry {
@@ -119,19 +109,26 @@ bool Sync(const std::filesystem::path& path, int flags, int* error_number) {
 
 }  // namespace
 
+std::filesystem::path TemporarySibling(const std::filesystem::path& target) {
+  thread_local std::mt19937_64 random(std::random_device{}());
+  char suffix[48];
+  std::snprintf(suffix, sizeof suffix, ".%ld-%016llx.tmp", static_cast<long>(::getpid()),
+                static_cast<unsigned long long>(random()));
+  return target.parent_path() / ("." + target.filename().string() + suffix);
+}
+
 bool WriteAtomically(const std::filesystem::path& target,
                      const std::function<bool(const std::filesystem::path& temporary)>& write,
                      std::string* error) {
   const std::filesystem::path folder =
       target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
   RemoveStaleTemporaries(folder);
-  std::mt19937_64 random(std::random_device{}());
   std::filesystem::path temporary;
   int error_number = 0;
   SaveRegistry& registry = Registry();
   std::error_code ignored;
   for (int attempt = 0;; ++attempt) {
-    temporary = TemporaryName(target, random);
+    temporary = TemporarySibling(target);
     if (Reserve(temporary, &error_number)) break;
     if (error_number != EEXIST || attempt + 1 == kNameAttempts) {
       SetError(error,

@@ -29,6 +29,11 @@ bool WriteAtomically(const std::filesystem::path& target,
                      const std::function<bool(const std::filesystem::path& temporary)>& write,
                      std::string* error);
 
+/// A hidden name beside `target` of the form the saves give their temporary
+/// files (".NAME.PID-RANDOM.tmp"): a later save into the folder removes it
+/// once this process has ended.
+std::filesystem::path TemporarySibling(const std::filesystem::path& target);
+
 /// For a program being interrupted: removes the temporary files of the saves
 /// in progress and makes every save from now on fail without replacing its
 /// target. Safe to call from any thread.
