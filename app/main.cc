@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "app/commands.h"
+#include "app/heap_setup.h"
 
 int main(int argc, char** argv) {
   CLI::App cli{"Z4400 Converter: turns Z4400 instrument files (.xml, .csv) into workbooks."};
@@ -57,9 +58,11 @@ int main(int argc, char** argv) {
     return status == 0 ? 0 : 2;
   }
 
+  if (dump || batch) z4400::SetUpHeapForConversions();
   if (dump) return z4400::RunDump(batch_options.files);
   if (quiet) batch_options.verbosity = z4400::Verbosity::kQuiet;
   if (verbose) batch_options.verbosity = z4400::Verbosity::kVerbose;
   if (batch) return z4400::RunBatch(batch_options);
-  return z4400::RunWindow(argc, argv, batch_options.files, batch_options.settings_dir);
+  return z4400::LaunchWindow(batch_options.files, batch_options.settings_dir,
+                             batch_options.excel_version);
 }

@@ -48,10 +48,24 @@ UsedArea FindUsedArea(const CellGrid& grid) {
   return area;
 }
 
+// Room for the part: the markup around the cells, about 40 bytes a row and
+// 32 a cell (address, style, value), so that a part of numbers is written
+// without growing.
+std::size_t EstimatedPartSize(const CellGrid& grid) {
+  return 4096 + 40 * static_cast<std::size_t>(grid.RowCount()) + 32 * grid.CountUsed();
+}
+
 void AppendInt(std::string& out, long long value) {
   char buffer[24];
   const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
   out.append(buffer, result.ptr);
+}
+
+// "A1:F9": the address without its "$" signs.
+std::string PlainAddress(const CellArea& area) {
+  std::string ref = FormatCellAddress(area);
+  std::erase(ref, '$');
+  return ref;
 }
 
 void WriteDimension(XmlWriter& xml, const UsedArea& used) {
@@ -59,10 +73,35 @@ void WriteDimension(XmlWriter& xml, const UsedArea& used) {
     xml.EmptyTag("dimension", {{"ref", "A1"}});
     return;
   }
-  const CellArea area{used.first_row, used.first_column, used.last_row, used.last_column};
-  std::string ref = FormatCellAddress(area);
-  std::erase(ref, '$');
-  xml.EmptyTag("dimension", {{"ref", ref}});
+  xml.EmptyTag("dimension", {{"ref", PlainAddress({used.first_row, used.first_column, used.last_row,
+                                                   used.last_column})}});
+}
+
+// The sheet's one view: whether its tab is selected and, for frozen top
+// rows, the pane below them that scrolls.
+void WriteSheetViews(XmlWriter& xml, const Worksheet& sheet, bool selected) {
+  xml.StartTag("sheetViews");
+  const int frozen = sheet.FrozenTopRows();
+  if (frozen == 0) {
+    if (selected) {
+      xml.EmptyTag("sheetView", {{"tabSelected", 1}, {"workbookViewId", 0}});
+    } else {
+      xml.EmptyTag("sheetView", {{"workbookViewId", 0}});
+    }
+  } else {
+    if (selected) {
+      xml.StartTag("sheetView", {{"tabSelected", 1}, {"workbookViewId", 0}});
+    } else {
+      xml.StartTag("sheetView", {{"workbookViewId", 0}});
+    }
+    xml.EmptyTag("pane", {{"ySplit", frozen},
+                          {"topLeftCell", "A" + std::to_string(frozen + 1)},
+                          {"activePane", "bottomLeft"},
+                          {"state", "frozen"}});
+    xml.EmptyTag("selection", {{"pane", "bottomLeft"}});
+    xml.EndTag("sheetView");
+  }
+  xml.EndTag("sheetViews");
 }
 
 void WriteCols(XmlWriter& xml, const Worksheet& sheet, XlsxStyles& styles) {
@@ -118,7 +157,6 @@ void WriteSheetData(XmlWriter& xml, const Worksheet& sheet, const UsedArea& used
   }
   XlsxStyles& styles = tables.styles();
   std::string& out = xml.raw();
-  char number[kNumberBufferSize];
   char row_text[16];
   int span_block = -1;
   std::pair<int, int> span;
@@ -179,7 +217,7 @@ void WriteSheetData(XmlWriter& xml, const Worksheet& sheet, const UsedArea& used
             out += " t=\"e\"><v>#NUM!";  // what the spreadsheet shows for it
           } else {
             out += "><v>";
-            out += FormatNumber(cell.number(), number);
+            out += tables.numbers().Text(cell.number());
           }
           break;
       }
@@ -211,27 +249,23 @@ int CellTables::SharedString(TextId id) {
 }
 
 std::string WriteSheetPart(const Worksheet& sheet, CellTables& tables, bool selected,
-                           bool has_drawing) {
-  XmlWriter xml;
+                           bool has_drawing, std::string buffer) {
+  const UsedArea used = FindUsedArea(sheet.grid());
+  buffer.reserve(EstimatedPartSize(sheet.grid()));
+  XmlWriter xml(std::move(buffer));
   xml.StartTag(
       "worksheet",
       {{"xmlns", "http://schemas.openxmlformats.org/spreadsheetml/2006/main"},
        {"xmlns:r", "http://schemas.openxmlformats.org/officeDocument/2006/relationships"}});
-  const UsedArea used = FindUsedArea(sheet.grid());
   WriteDimension(xml, used);
-  xml.StartTag("sheetViews");
-  if (selected) {
-    xml.EmptyTag("sheetView", {{"tabSelected", 1}, {"workbookViewId", 0}});
-  } else {
-    xml.EmptyTag("sheetView", {{"workbookViewId", 0}});
-  }
-  xml.EndTag("sheetViews");
+  WriteSheetViews(xml, sheet, selected);
   xml.EmptyTag("sheetFormatPr", {{"defaultRowHeight", 15}});
   WriteCols(xml, sheet, tables.styles());
   WriteSheetData(xml, sheet, used, tables);
   if (sheet.ProtectContents()) {
     xml.EmptyTag("sheetProtection", {{"sheet", 1}, {"objects", 1}, {"scenarios", 1}});
   }
+  if (sheet.AutoFilter()) xml.EmptyTag("autoFilter", {{"ref", PlainAddress(*sheet.AutoFilter())}});
   xml.EmptyTag("pageMargins", {{"left", 0.7},
                                {"right", 0.7},
                                {"top", 0.75},
