@@ -4,11 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "common/runtime_failure.h"
+#include "testing/test_files.h"
 #include "workbook/model/application.h"
 
 namespace z4400 {
@@ -23,8 +26,12 @@ class RecordingFiles final : public WorkbookFiles {
   bool Save(const Workbook& workbook, const std::filesystem::path& path,
             std::string* error) const override {
     calls.push_back("save " + workbook.Name() + " " + path.filename().string());
-    if (fail) *error = "disk full";
-    return !fail;
+    if (fail) {
+      *error = "disk full";
+      return false;
+    }
+    std::ofstream(path) << "saved " << workbook.Name();
+    return true;
   }
   bool Read(const std::filesystem::path& path, Workbook* into, std::string* error) const override {
     calls.push_back("read " + path.filename().string());
@@ -49,7 +56,8 @@ TEST(WorkbookFilesTest, SavingAndOpeningGoThroughTheFilesHandedToTheApplication)
     auto files = std::make_shared<RecordingFiles>();
     Application application(c.version, files);
     Workbook& book = application.Workbooks().Add();
-    const std::filesystem::path folder = std::filesystem::temp_directory_path();
+    const testing::ScratchDir scratch;
+    const std::filesystem::path folder = scratch.path();
     book.SaveAs(folder / c.save_as);
     book.Save();
     application.Workbooks().Open(folder / "other.xlsx");
@@ -76,6 +84,33 @@ TEST(WorkbookFilesTest, FailuresAndAnApplicationWithoutFilesAreRunTimeFailures) 
   Workbook& unsaved = without_files.Workbooks().Add();
   EXPECT_THROW(unsaved.SaveAs("meas"), RuntimeFailure);
   EXPECT_THROW(without_files.Workbooks().Open("other.xlsx"), RuntimeFailure);
+}
+
+std::string Contents(const std::filesystem::path& path) {
+  std::ifstream in(path);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST(WorkbookFilesTest, SaveAsNewNeverReplacesAFile) {
+  const testing::ScratchDir scratch;
+  auto files = std::make_shared<RecordingFiles>();
+  Application application("16.0", files);
+  Workbook& book = application.Workbooks().Add();
+  const std::filesystem::path taken = scratch / "taken.xlsx";
+  std::ofstream(taken) << "saved by someone else";
+  EXPECT_THROW(book.SaveAsNew(scratch / "taken"), OutputExists);
+  EXPECT_FALSE(book.HasFile());
+  EXPECT_EQ(Contents(taken), "saved by someone else");
+
+  book.SaveAsNew(scratch / "free");
+  EXPECT_TRUE(book.HasFile());
+  EXPECT_EQ(Contents(scratch / "free.xlsx"), "saved Book1");
+  EXPECT_THROW(book.SaveAsNew(scratch / "free"), OutputExists) << "not even its own file";
+
+  files->fail = true;
+  Workbook& other = application.Workbooks().Add();
+  EXPECT_THROW(other.SaveAsNew(scratch / "failed"), RuntimeFailure);
+  EXPECT_FALSE(std::filesystem::exists(scratch / "failed.xlsx")) << "no file is left";
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/runtime_failure.h"
+#include "testing/test_files.h"
 #include "workbook/model/application.h"
 
 namespace z4400 {
