@@ -9,18 +9,27 @@ int main(int argc, char** argv) {
   CLI::App cli{"Z4400 Converter: turns Z4400 instrument files (.xml, .csv) into workbooks."};
   cli.set_version_flag("--version", std::string("z4400conv ") + Z4400_VERSION);
   cli.footer(
-      "Batch exit status: 0 every file converted; 1 a conversion failed (its message on\n"
-      "stderr, later files not converted); 2 wrong usage; 3 stopped without an error (an\n"
-      "output workbook exists and --overwrite was not given, or no output name could be\n"
-      "formed), later files not converted.");
+      "With --batch a DIR converts every .xml and .csv file under it (sorted); with\n"
+      "--output-dir OUT, DIR/a/b/meas.xml becomes OUT/a/b/meas.xlsx. Standard output\n"
+      "lists each workbook written; errors name their file; a summary line ends the run.\n"
+      "\n"
+      "Batch exit status:\n"
+      "  0    every file converted\n"
+      "  1    at least one file failed (without --keep-going the batch stops there)\n"
+      "  2    wrong usage, including no .xml or .csv file found\n"
+      "  3    stopped without an error: a workbook exists and --overwrite was not\n"
+      "       given, or no workbook name could be formed\n"
+      "  130  interrupted (Ctrl-C); the workbooks finished before are kept");
 
-  std::optional<std::string> dump_path;
+  bool dump = false;
   bool batch = false;
+  bool quiet = false;
+  bool verbose = false;
   z4400::BatchOptions batch_options;
 
-  cli.add_option("--dump", dump_path, "Print the measurement data of FILE as JSON and exit")
-      ->option_text("FILE");
-  cli.add_flag("--batch", batch, "Convert FILE... without opening the window");
+  cli.add_flag("--dump", dump,
+               "Print the measurement data of FILE... as JSON (one line per file for several)");
+  cli.add_flag("--batch", batch, "Convert FILE... and DIR... without opening the window");
   cli.add_option("--output-dir", batch_options.output_dir,
                  "Save the workbooks into DIR without asking (batch mode)")
       ->option_text("DIR");
@@ -32,7 +41,14 @@ int main(int argc, char** argv) {
   cli.add_option("--excel-version", batch_options.excel_version,
                  "Spreadsheet version to write for (default 16; below 12 writes .xls)")
       ->option_text("N");
-  cli.add_option("files", batch_options.files, "Instrument files to convert")
+  cli.add_flag("--keep-going", batch_options.keep_going,
+               "Go on with the next file after one that fails (batch mode)");
+  cli.add_option("--jobs", batch_options.jobs,
+                 "Files converted at once (batch mode; default: the number of cores)")
+      ->option_text("N");
+  auto* quiet_flag = cli.add_flag("-q,--quiet", quiet, "Print only errors and the summary");
+  cli.add_flag("-v,--verbose", verbose, "Print every stage of every file")->excludes(quiet_flag);
+  cli.add_option("files", batch_options.files, "Instrument files (and folders, batch mode)")
       ->option_text("FILE...");
 
   try {
@@ -42,8 +58,10 @@ int main(int argc, char** argv) {
     return status == 0 ? 0 : 2;
   }
 
-  if (dump_path || batch) z4400::SetUpHeapForConversions();
-  if (dump_path) return z4400::RunDump(*dump_path);
+  if (dump || batch) z4400::SetUpHeapForConversions();
+  if (dump) return z4400::RunDump(batch_options.files);
+  if (quiet) batch_options.verbosity = z4400::Verbosity::kQuiet;
+  if (verbose) batch_options.verbosity = z4400::Verbosity::kVerbose;
   if (batch) return z4400::RunBatch(batch_options);
   return z4400::LaunchWindow(batch_options.files, batch_options.settings_dir,
                              batch_options.excel_version);
