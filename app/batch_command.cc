@@ -14,6 +14,8 @@
 #include "app/batch_report.h"
 #include "app/batch_sources.h"
 #include "app/commands.h"
+#include "app/interrupt_watch.h"
+#include "app/summary_file.h"
 #include "driver/batch_runner.h"
 #include "driver/settings_file.h"
 #include "workbook/model/application.h"
@@ -25,45 +27,6 @@ constexpr int kExitConverted = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 constexpr int kExitStopped = 3;
-constexpr int kExitInterrupted = 130;
-
-/// Waits for SIGINT and SIGTERM (blocked in every thread of the program):
-/// the first interrupts the batch, a second ends the program at once (a
-/// file that blocks the batch, such as a device, cannot hold it).
-class InterruptWatch {
- public:
-  explicit InterruptWatch(BatchRunner& runner) {
-    sigemptyset(&signals_);
-    sigaddset(&signals_, SIGINT);
-    sigaddset(&signals_, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
-    thread_ = std::thread([this, &runner] {
-      const timespec pause{0, 50'000'000};
-      bool interrupted = false;
-      while (!done_) {
-        if (sigtimedwait(&signals_, nullptr, &pause) <= 0) continue;
-        if (interrupted) {
-          std::cerr << "\nz4400conv: interrupted again; ending at once\n";
-          std::_Exit(kExitInterrupted);
-        }
-        runner.Interrupt();
-        interrupted = true;
-      }
-    });
-  }
-  ~InterruptWatch() {
-    done_ = true;
-    thread_.join();
-    pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
-  }
-  InterruptWatch(const InterruptWatch&) = delete;
-  InterruptWatch& operator=(const InterruptWatch&) = delete;
-
- private:
-  sigset_t signals_{};
-  std::atomic<bool> done_ = false;
-  std::thread thread_;
-};
 
 int DefaultJobs() {
   const unsigned cores = std::thread::hardware_concurrency();
@@ -94,6 +57,14 @@ int RunBatch(const BatchOptions& options) {
     note("--output-dir " + *options.output_dir + ": no such folder");
     return kExitUsage;
   }
+  std::optional<SummaryFile> summary;
+  if (options.summary) {
+    if (const std::string refusal = SummaryFile::Refusal(*options.summary); !refusal.empty()) {
+      note(refusal);
+      return kExitUsage;
+    }
+    summary.emplace(*options.summary);
+  }
 
   const BatchSources sources = CollectSources(options.files, options.output_dir);
   for (const std::string& skipped : sources.skipped) note(skipped);
@@ -116,17 +87,26 @@ int RunBatch(const BatchOptions& options) {
   BatchReport report(std::cout, std::cerr, terminal, options.verbosity, sources.entries);
   BatchTotals totals;
   {
-    const InterruptWatch watch(runner);
-    totals = runner.Run(sources.entries, [&report](const FileReport& file) { report.File(file); });
+    const InterruptWatch watch([&runner] { runner.Interrupt(); });
+    totals = runner.Run(sources.entries, [&](const FileReport& file) {
+      report.File(file);
+      if (summary) summary->Add(file);
+    });
   }
   if (totals.Interrupted) {
     report.Note(
         totals.InterruptedName +
         ": interrupted before its workbook was saved; the workbooks finished before it are kept");
   }
+  bool summary_written = true;
+  if (summary) {
+    std::string why;
+    summary_written = summary->Write(&why);
+    if (!summary_written) report.Note(summary->path() + ": the summary cannot be written: " + why);
+  }
   report.Finish(totals);
   if (totals.Interrupted) return kExitInterrupted;
-  if (totals.Failed > 0) return kExitFailed;
+  if (totals.Failed > 0 || !summary_written) return kExitFailed;
   if (totals.Stopped > 0) return kExitStopped;
   return kExitConverted;
 }

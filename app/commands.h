@@ -26,12 +26,24 @@ struct BatchOptions {
   bool keep_going = false;
   std::optional<int> jobs;  ///< default: the number of cores
   Verbosity verbosity = Verbosity::kNormal;
+  /// `--summary`: the summary workbook of the run.
+  std::optional<std::string> summary;
+  /// `--settle` (watch mode): how long a file must stay unchanged, in
+  /// milliseconds, before it is converted.
+  std::optional<int> settle_ms;
 };
 
 /// Converts the files and folders without a window. Returns 0 when every
 /// file was converted, 1 when one failed, 2 for wrong usage, 3 when the
 /// batch stopped without an error, 130 when it was interrupted.
 int RunBatch(const BatchOptions& options);
+
+/// Watches `folder` and its sub-folders and converts every .xml and .csv
+/// file there, the files already there first, then each file that appears
+/// or is replaced, once it is complete; a file is reported by name when it
+/// fails and watching goes on. Ends on Ctrl-C or SIGTERM with 0; returns 2
+/// for wrong usage or a folder that cannot be watched.
+int RunWatch(const BatchOptions& options, const std::string& folder);
 
 /// The desktop window's program, installed beside z4400conv.
 inline constexpr char kWindowProgram[] = "z4400conv-window";
