@@ -125,6 +125,9 @@ class ScriptedStages : public ConversionStages {
   }
   bool LogXMark(int screen) override { return script_.log_x_screens.count(screen) != 0; }
   void CopyGraphSheets(const GeneralInfo&, const MarkersInfo&) override { Call("CopyGraphSheets"); }
+  void SetPrintLayout(const GeneralInfo& info) override {
+    Call("SetPrintLayout " + std::to_string(info.ContextCount));
+  }
 
  private:
   /// Records the call; acts on the script's failure, throw and cancel.

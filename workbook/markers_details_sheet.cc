@@ -1,5 +1,6 @@
 #include "workbook/markers_details_sheet.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -9,6 +10,8 @@
 #include "workbook/general_info_sheet.h"
 #include "workbook/raw_data_sheet.h"
 #include "workbook/report_lines.h"
+#include "workbook/screen_config_sheet.h"
+#include "workbook/text_width.h"
 
 namespace z4400 {
 namespace {
@@ -19,6 +22,7 @@ constexpr std::string_view kPositionFormat = "0.#########";
 constexpr std::string_view kScaledLevelFormat = "0.000";
 constexpr std::string_view kLevelFormat = "0.00";
 constexpr int kListedMarkers = 10;
+constexpr int kListColumns = 6;
 constexpr double kListLabelWidth = 18;
 constexpr std::array<std::string_view, 6> kColumnHeaders = {"Marker", "Trace", "Position",
                                                             "Unit",   "Level", "Unit"};
@@ -72,21 +76,9 @@ std::vector<int32_t> CandidatesOf(const MarkersInfo& markers) {
   return candidates;
 }
 
-}  // namespace
-
-MarkerAxes MarkerAxesOf(const XAxisKind& kind, const DigitalValues& digital) {
-  const std::string& function = digital.MeasurementFunction;
-  const bool digital_time =
-      digital.DigitalMode == "ON" && function != "Phase-Freq" && function != "PartialFFT";
-  return MarkerAxes{kind.IsTime != 0 || digital_time, kind.LevelUnit};
-}
-
-int32_t ActiveMarkerOf(const MarkersInfo& markers) {
-  return markers.SelectedMarker >= 1 ? markers.SelectedMarker - 1 : 0;
-}
-
-int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
-                        const MarkerAxes& axes, int screen) {
+/// The rows of `WriteMarkerList`; the row after the last.
+int16_t WriteListRows(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
+                      const MarkerAxes& axes, int screen) {
   // The label column holds "Marker List Screen" and "Reference": as wide as
   // the label column of the report blocks, so neither is cut off.
   sheet.Columns(column).SetColumnWidth(kListLabelWidth);
@@ -119,6 +111,26 @@ int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const Mar
   return row;
 }
 
+}  // namespace
+
+MarkerAxes MarkerAxesOf(const XAxisKind& kind, const DigitalValues& digital) {
+  const std::string& function = digital.MeasurementFunction;
+  const bool digital_time =
+      digital.DigitalMode == "ON" && function != "Phase-Freq" && function != "PartialFFT";
+  return MarkerAxes{kind.IsTime != 0 || digital_time, kind.LevelUnit};
+}
+
+int32_t ActiveMarkerOf(const MarkersInfo& markers) {
+  return markers.SelectedMarker >= 1 ? markers.SelectedMarker - 1 : 0;
+}
+
+int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
+                        const MarkerAxes& axes, int screen) {
+  const int16_t end_row = WriteListRows(sheet, row, column, markers, axes, screen);
+  for (int i = 0; i < kListColumns; ++i) WidenColumnToFit(sheet, column + i, row, end_row - 1);
+  return end_row;
+}
+
 void WriteMarkersDetails(const ExcelApp& excel, const MarkersInfo& markers, const MarkerAxes& axes,
                          int screen, MarkerListRows& rows) {
   Worksheet& details = ActivateWorksheet(excel, kMarkersDetailsSheet);
@@ -128,8 +140,12 @@ void WriteMarkersDetails(const ExcelApp& excel, const MarkersInfo& markers, cons
   heading.Font().SetItalic(true);
   rows.details_row = NextRow(WriteMarkerList(details, rows.details_row, 1, markers, axes, screen));
 
+  // On "Report" each list starts beside its screen's configuration block,
+  // so that block, chart and list print on one page.
   Worksheet& report = ActivateWorksheet(excel, kReportSheet);
-  rows.report_row = NextRow(WriteMarkerList(report, rows.report_row, 10, markers, axes, screen));
+  const int16_t report_row =
+      std::max(rows.report_row, ScreenConfigRow(static_cast<int16_t>(screen)));
+  rows.report_row = NextRow(WriteMarkerList(report, report_row, 10, markers, axes, screen));
 }
 
 }  // namespace z4400

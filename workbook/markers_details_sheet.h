@@ -22,7 +22,7 @@ inline constexpr std::string_view kMarkersDetailsHeading = "Markers Detailed Rep
 /// workbook, so that the lists of successive screens follow each other.
 struct MarkerListRows {
   int16_t details_row = 3;  ///< "Markers Details", from column A
-  int16_t report_row = 9;   ///< "Report", from column J
+  int16_t report_row = 9;   ///< "Report", from column J (at the earliest)
 };
 
 /// How a screen's marker positions and levels read.
@@ -46,13 +46,15 @@ int32_t ActiveMarkerOf(const MarkersInfo& markers);
 /// the reference marker. Markers are listed only when the screen has
 /// markers on (`DeltaMode` not 0), each when its `On` is not 0; all ten are
 /// candidates unless `Reserved` is 0, which leaves the active marker alone.
-/// Returns the row after the list's last row.
+/// The list's six columns are widened where a text or number of the list
+/// would not show whole. Returns the row after the list's last row.
 int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
                         const MarkerAxes& axes, int screen);
 
 /// The list of screen `screen` on "Markers Details" (with its heading "Markers
-/// Detailed Report" in A1, bold and italic) and on "Report", each at the
-/// next free row of `rows`, which then move past the list and one empty row.
+/// Detailed Report" in A1, bold and italic) at the next free row of `rows`,
+/// and on "Report" at the next free row but not above the screen's
+/// configuration block; `rows` then move past the lists and one empty row.
 /// Leaves "Report" active. A missing sheet throws `RuntimeFailure`.
 void WriteMarkersDetails(const ExcelApp& excel, const MarkersInfo& markers, const MarkerAxes& axes,
                          int screen, MarkerListRows& rows);

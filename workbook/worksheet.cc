@@ -145,6 +145,8 @@ std::unique_ptr<Sheet> Worksheet::Clone(Workbook* workbook, std::string name) co
   copy->grid_ = grid_;
   copy->columns_ = columns_;
   copy->protected_ = protected_;
+  copy->page_breaks_ = page_breaks_;
+  copy->PageSetup() = PageSetup();
   for (const auto& object : charts_) {
     copy->charts_.push_back(std::make_unique<ChartObject>(
         copy.get(), object->Name(), object->Chart().Clone(workbook), object->Left(), object->Top(),
