@@ -12,6 +12,9 @@ test_packages=(
   libgtest-dev libgmock-dev libbenchmark-dev libxml2-utils
   clang libclang-rt-14-dev libxlsxwriter-dev
   libreoffice-calc-nogui poppler-utils unzip
+  # Calibri's metrics for LibreOffice: workbooks print as the spreadsheet
+  # draws them, so the tests see the column widths a user sees.
+  fonts-crosextra-carlito
 )
 
 if [[ "${1:-}" == "--test" ]]; then
