@@ -25,9 +25,15 @@ struct BatchOptions {
 /// converted, 1 on the failure path, 3 when the run stopped quietly.
 int RunBatch(const BatchOptions& options);
 
-/// Opens the main window; files given are converted at once.
-int RunWindow(int argc, char** argv, const std::vector<std::string>& files,
-              const std::optional<std::string>& settings_dir);
+/// The desktop window's program, installed beside z4400conv.
+inline constexpr char kWindowProgram[] = "z4400conv-window";
+
+/// Replaces this process by the window program (files given are converted
+/// at once). Returns 2 after saying why when there is no display or the
+/// window program cannot be started.
+int LaunchWindow(const std::vector<std::string>& files,
+                 const std::optional<std::string>& settings_dir,
+                 const std::optional<int>& excel_version);
 
 }  // namespace z4400
 

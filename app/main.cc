@@ -1,6 +1,5 @@
 // z4400conv: converts Z4400 instrument files to spreadsheet workbooks.
 #include <CLI/CLI.hpp>
-
 #include <iostream>
 
 #include "app/commands.h"
@@ -32,7 +31,8 @@ int main(int argc, char** argv) {
   cli.add_option("--excel-version", batch_options.excel_version,
                  "Spreadsheet version to write for (default 16; below 12 writes .xls)")
       ->option_text("N");
-  cli.add_option("files", batch_options.files, "Instrument files to convert")->option_text("FILE...");
+  cli.add_option("files", batch_options.files, "Instrument files to convert")
+      ->option_text("FILE...");
 
   try {
     cli.parse(argc, argv);
@@ -43,5 +43,6 @@ int main(int argc, char** argv) {
 
   if (dump_path) return z4400::RunDump(*dump_path);
   if (batch) return z4400::RunBatch(batch_options);
-  return z4400::RunWindow(argc, argv, batch_options.files, batch_options.settings_dir);
+  return z4400::LaunchWindow(batch_options.files, batch_options.settings_dir,
+                             batch_options.excel_version);
 }
