@@ -5,7 +5,6 @@
 // screen, and LibreOffice Calc prints "Report" one screen per page with no
 // chart cut by a page edge and no "###".
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -19,6 +18,7 @@
 
 #include "app/converted_package.h"
 #include "app/instrument_sample.h"
+#include "app/shell_commands.h"
 #include "source/instrument_generator.h"
 #include "testing/test_files.h"
 #include "workbook/application.h"
@@ -31,34 +31,11 @@ namespace z4400 {
 namespace {
 
 using testing::ConvertedPackage;
+using testing::HaveProgram;
 using testing::InstrumentSample;
-
-std::string Quoted(const std::string& text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return quoted + "'";
-}
-
-std::string ReadText(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-/// Runs `command` through the shell with its stderr in `*err`; its exit
-/// status.
-int RunShell(const std::string& command, const std::filesystem::path& folder, std::string* err) {
-  const std::filesystem::path err_file = folder / "stderr.txt";
-  const int raw =
-      std::system((command + " 2>" + Quoted(err_file.string()) + " </dev/null").c_str());
-  *err = ReadText(err_file);
-  return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-}
-
-bool HaveProgram(const std::string& name) {
-  return std::system(("command -v " + Quoted(name) + " >/dev/null 2>&1").c_str()) == 0;
-}
+using testing::Quoted;
+using testing::ReadText;
+using testing::RunShell;
 
 /// Made-up files covering every screen kind but the negative logarithmic X
 /// axis (the example log_x_axis.csv has it), with gaps, ten markers and
@@ -115,7 +92,7 @@ class ReportLayoutTest : public ::testing::Test {
                           Quoted(scratch_->path().string()) + " --output-dir " +
                           Quoted(out_.string());
     for (const auto& source : sources) command += " " + Quoted(source.string());
-    batch_status_ = RunShell(command + " >/dev/null", scratch_->path(), &batch_err_);
+    batch_status_ = RunShell(command + " >/dev/null", &batch_err_);
     converted_ = new std::map<std::string, Converted>();
     for (const auto& source : sources) {
       Converted& c = (*converted_)[source.stem().string()];
@@ -300,7 +277,7 @@ TEST_F(ReportLayoutTest, ZeroVerticalScaleSaysSoOnTheCommandLine) {
       RunShell(Quoted(std::getenv("Z4400_CONV")) + " --batch --overwrite --settings-dir " +
                    Quoted(scratch_->path().string()) + " --output-dir " + Quoted(out_.string()) +
                    " " + Quoted(source.string()) + " >/dev/null",
-               scratch_->path(), &err);
+               &err);
   EXPECT_NE(status, 0);
   EXPECT_NE(err.find("Vertical-axis scale is 0"), std::string::npos) << err;
 }
@@ -336,7 +313,7 @@ TEST_F(ReportLayoutTest, LibreOfficePrintsOneScreenPerReportPage) {
   for (const auto& [name, c] : *converted_)
     command += " " + Quoted((out_ / (name + ".xlsx")).string());
   std::string err;
-  ASSERT_EQ(RunShell(command + " >/dev/null", scratch_->path(), &err), 0) << err;
+  ASSERT_EQ(RunShell(command + " >/dev/null", &err), 0) << err;
 
   for (const auto& [name, c] : *converted_) {
     SCOPED_TRACE(name);
