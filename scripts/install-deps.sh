@@ -5,13 +5,13 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build pkg-config
-  qt6-base-dev libpugixml-dev libdeflate-dev zlib1g-dev libzip-dev
-  libcli11-dev nlohmann-json3-dev
+  qt6-base-dev libqt6svg6 libpugixml-dev libdeflate-dev zlib1g-dev libzip-dev
+  libcli11-dev nlohmann-json3-dev help2man
 )
 test_packages=(
-  libgtest-dev libgmock-dev libbenchmark-dev libxml2-utils
+  libgtest-dev libgmock-dev libbenchmark-dev libxml2-utils qt6-base-private-dev
   clang libclang-rt-14-dev libxlsxwriter-dev
-  libreoffice-calc-nogui poppler-utils unzip
+  libreoffice-calc-nogui poppler-utils unzip desktop-file-utils
   # Calibri's metrics for LibreOffice: workbooks print as the spreadsheet
   # draws them, so the tests see the column widths a user sees.
   fonts-crosextra-carlito

@@ -46,8 +46,10 @@ Form3::Form3(QWidget* parent) : QDialog(parent) {
   auto* parts_grid = new QGridLayout;
   const std::array<const char*, 3> slider_names = {"SliderR", "SliderG", "SliderB"};
   const std::array<const char*, 3> captions = {"Red", "Gleen", "Blue"};
+  const std::array<const char*, 3> caption_names = {"CaptionR", "CaptionG", "CaptionB"};
   for (int part = 0; part < 3; ++part) {
     auto* caption = new QLabel(QString::fromLatin1(captions[static_cast<std::size_t>(part)]), this);
+    caption->setObjectName(QString::fromLatin1(caption_names[static_cast<std::size_t>(part)]));
     auto* slider = new QSlider(Qt::Horizontal, this);
     slider->setObjectName(QString::fromLatin1(slider_names[static_cast<std::size_t>(part)]));
     slider->setRange(0, kPartMaximumOnSlider);

@@ -1,8 +1,11 @@
 #include "shell/file_drop_list.h"
 
 #include <QDragEnterEvent>
+#include <QDragLeaveEvent>
 #include <QDragMoveEvent>
 #include <QDropEvent>
+#include <QKeyEvent>
+#include <QKeySequence>
 #include <QMimeData>
 #include <QUrl>
 
@@ -31,7 +34,13 @@ std::vector<int> FileDropList::SelectedRows() const {
   return rows;
 }
 
+void FileDropList::NoteDragButtons(Qt::MouseButtons buttons) {
+  if (buttons != Qt::NoButton) drag_buttons_ = buttons;
+}
+
 void FileDropList::dragEnterEvent(QDragEnterEvent* event) {
+  drag_buttons_ = Qt::NoButton;
+  NoteDragButtons(event->buttons());
   if (CarriesFiles(event->mimeData())) {
     event->acceptProposedAction();
   } else {
@@ -40,6 +49,7 @@ void FileDropList::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void FileDropList::dragMoveEvent(QDragMoveEvent* event) {
+  NoteDragButtons(event->buttons());
   if (CarriesFiles(event->mimeData())) {
     event->acceptProposedAction();
   } else {
@@ -47,14 +57,33 @@ void FileDropList::dragMoveEvent(QDragMoveEvent* event) {
   }
 }
 
+void FileDropList::dragLeaveEvent(QDragLeaveEvent* event) {
+  drag_buttons_ = Qt::NoButton;
+  QListWidget::dragLeaveEvent(event);
+}
+
 void FileDropList::dropEvent(QDropEvent* event) {
+  // A drop that still reports its buttons is taken at its word; otherwise
+  // the buttons of the drag over the list tell.
+  const Qt::MouseButtons buttons =
+      event->buttons() != Qt::NoButton ? event->buttons() : drag_buttons_;
+  drag_buttons_ = Qt::NoButton;
   const std::vector<std::string> paths = DroppedFiles(event->mimeData());
   if (paths.empty()) {
     event->ignore();
     return;
   }
   event->acceptProposedAction();
-  emit FilesDropped(paths, (event->buttons() & Qt::RightButton) != 0);
+  emit FilesDropped(paths, (buttons & Qt::RightButton) != 0);
+}
+
+void FileDropList::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Delete)) {
+    event->accept();
+    emit DeletePressed();
+    return;
+  }
+  QListWidget::keyPressEvent(event);
 }
 
 }  // namespace z4400

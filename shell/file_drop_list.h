@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+class QDragLeaveEvent;
 class QDropEvent;
+class QKeyEvent;
 class QMimeData;
 
 namespace z4400 {
@@ -20,7 +22,8 @@ bool CarriesFiles(const QMimeData* data);
 
 /// `List1`: several lines may be selected; a drop of files is reported with
 /// the mouse button that made it, and accepted only while dropping is on
-/// (`setAcceptDrops`).
+/// (`setAcceptDrops`). The Delete key asks for the selected lines to be
+/// removed.
 class FileDropList : public QListWidget {
   Q_OBJECT
 
@@ -31,14 +34,27 @@ class FileDropList : public QListWidget {
   std::vector<int> SelectedRows() const;
 
  signals:
-  /// Files were dropped on the list; `right_button` when the drop was made
+  /// Files were dropped on the list; `right_button` when the drag was made
   /// with the right mouse button.
   void FilesDropped(const std::vector<std::string>& paths, bool right_button);
+  /// The Delete key was pressed in the list.
+  void DeletePressed();
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  /// Notes the mouse buttons a drag over the list is made with.
+  void NoteDragButtons(Qt::MouseButtons buttons);
+
+  /// The buttons held while the current drag moved over the list. The drop
+  /// itself comes when the button is released, so the desktop reports no
+  /// button with it.
+  Qt::MouseButtons drag_buttons_ = Qt::NoButton;
 };
 
 }  // namespace z4400

@@ -1,6 +1,7 @@
 #include "shell/file_filter.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace z4400 {
 namespace {
@@ -26,7 +27,56 @@ std::vector<std::string_view> SplitAtCommas(std::string_view text) {
   }
 }
 
+/// The extensions of a dialog entry's patterns ("xls" and "xlsx" of
+/// "Books (*.xls *.xlsx)"): the patterns "*.ext" whose extension holds no
+/// wildcard, in order.
+std::vector<std::string_view> PlainExtensions(std::string_view name_filter) {
+  std::vector<std::string_view> extensions;
+  const std::size_t open = name_filter.rfind('(');
+  const std::size_t close = name_filter.rfind(')');
+  if (open == std::string_view::npos || close == std::string_view::npos || close < open) {
+    return extensions;
+  }
+  std::string_view patterns = name_filter.substr(open + 1, close - open - 1);
+  while (!patterns.empty()) {
+    const std::size_t blank = patterns.find(' ');
+    const std::string_view pattern = patterns.substr(0, blank);
+    patterns = blank == std::string_view::npos ? std::string_view() : patterns.substr(blank + 1);
+    if (pattern.size() > 2 && pattern.substr(0, 2) == "*." &&
+        pattern.find_first_of("*?[", 2) == std::string_view::npos) {
+      extensions.push_back(pattern.substr(2));
+    }
+  }
+  return extensions;
+}
+
+bool EndsWithIgnoringCase(std::string_view text, std::string_view end) {
+  if (text.size() < end.size()) return false;
+  return std::equal(end.begin(), end.end(), text.end() - static_cast<std::ptrdiff_t>(end.size()),
+                    [](char a, char b) {
+                      return std::tolower(static_cast<unsigned char>(a)) ==
+                             std::tolower(static_cast<unsigned char>(b));
+                    });
+}
+
 }  // namespace
+
+std::string WithFilterExtension(const std::string& path, std::string_view name_filter) {
+  const std::vector<std::string_view> extensions = PlainExtensions(name_filter);
+  const std::size_t name_start = path.find_last_of("\\/") + 1;  // npos + 1 is 0
+  if (extensions.empty() || name_start >= path.size()) return path;
+  const std::string_view name = std::string_view(path).substr(name_start);
+  for (const std::string_view extension : extensions) {
+    const std::string dotted = "." + std::string(extension);
+    if (name.size() > dotted.size() && EndsWithIgnoringCase(name, dotted)) {
+      return path.substr(0, path.size() - extension.size()) + std::string(extension);
+    }
+  }
+  std::string answered = path;
+  if (answered.back() != '.') answered += '.';
+  answered += extensions.front();
+  return answered;
+}
 
 std::vector<std::string> DialogNameFilters(std::string_view filter) {
   std::vector<std::string> entries;

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -18,8 +19,21 @@
 #include "shell/modal_dialogs.h"
 #include "shell/options_dialog.h"
 
+/// Registers the resources of the window's static library (the icon) with
+/// Qt, which a program linking the library does not do by itself.
+static void InitShellResources() { Q_INIT_RESOURCE(shell_icons); }
+
 namespace z4400 {
 namespace {
+
+/// The window's icon, built into the program.
+constexpr char kWindowIcon[] = ":/z4400/z4400conv.svg";
+
+/// The remembered folders' file: the one the options name, else the user's.
+std::filesystem::path FoldersFile(const WindowOptions& options) {
+  return options.remembered_folders_file.empty() ? RememberedFolders::DefaultFile()
+                                                 : options.remembered_folders_file;
+}
 
 template <typename Widget>
 Widget* Named(Widget* widget, const char* name) {
@@ -30,9 +44,14 @@ Widget* Named(Widget* widget, const char* name) {
 }  // namespace
 
 Form1::Form1(ModalDialogs& dialogs, WindowOptions options, QWidget* parent)
-    : QMainWindow(parent), dialogs_(dialogs), options_(std::move(options)) {
+    : QMainWindow(parent),
+      dialogs_(dialogs),
+      options_(std::move(options)),
+      folders_(FoldersFile(options_)) {
   setObjectName(QStringLiteral("Form1"));
   setWindowTitle(QString::fromLatin1(kWindowTitle));
+  InitShellResources();
+  setWindowIcon(QIcon(QString::fromLatin1(kWindowIcon)));
   setAcceptDrops(true);
   BuildControls();
   BuildMenus();
@@ -56,6 +75,7 @@ void Form1::BuildControls() {
   list_ = Named(new FileDropList(central), "List1");
   list_->setMinimumSize(360, 180);
   connect(list_, &FileDropList::FilesDropped, this, &Form1::ListDropped);
+  connect(list_, &FileDropList::DeletePressed, this, &Form1::RemoveFileClicked);
 
   add_file_ = Named(new QPushButton(QStringLiteral("Add file"), central), "Command4");
   remove_file_ = Named(new QPushButton(QStringLiteral("Remove file"), central), "Command3");

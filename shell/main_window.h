@@ -14,6 +14,7 @@
 #include "driver/converter.h"
 #include "driver/user_interface.h"
 #include "shell/environment_reports.h"
+#include "shell/remembered_folders.h"
 #include "shell/workbook_watch.h"
 
 class QAction;
@@ -44,11 +45,17 @@ struct WindowOptions {
   SpreadsheetVersionProbe version_probe;
   /// Folder the file dialogs start in; empty means the user's documents.
   std::string data_folder;
+  /// File that keeps the folders the dialogs were last used in across runs;
+  /// empty means `RememberedFolders::DefaultFile()`.
+  std::filesystem::path remembered_folders_file;
 };
 
 /// `Form1`. Every modal box and dialog goes through `dialogs`, which must
 /// outlive the window. Closing the window ends the program without saving
-/// the settings; `ProgramEnding` tells the application to quit.
+/// the settings; `ProgramEnding` tells the application to quit. The open
+/// dialogs start in the folder of the file picked last and "Browse..." in
+/// the folder chosen last, remembered across runs; the Delete key in the
+/// list removes the selected files; each line's tooltip is its full path.
 class Form1 : public QMainWindow, public UserInterface {
   Q_OBJECT
 
@@ -132,6 +139,9 @@ class Form1 : public QMainWindow, public UserInterface {
   void AfterRun(int32_t result);
   /// Shows setting lines 1 and 2 in `Text1` and `Check1`.
   void ShowOutputSettings();
+  /// Where "Browse..." starts: the folder the box shows when it exists, else
+  /// the folder chosen last, else the default data folder.
+  std::string BrowseStartFolder() const;
 
   /// Keeps the window above others (or not) from now on.
   void SetAlwaysOnTop(bool on);
@@ -148,6 +158,7 @@ class Form1 : public QMainWindow, public UserInterface {
 
   ModalDialogs& dialogs_;
   WindowOptions options_;
+  RememberedFolders folders_;
   WatchedWorkbook watched_;
   std::unique_ptr<Converter> converter_;
 

@@ -5,6 +5,7 @@
 #include <QDragEnterEvent>
 #include <QDragMoveEvent>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSysInfo>
@@ -105,13 +106,21 @@ void Form1::RemoveAllClicked() {
   converter_->ClearFileList();
 }
 
+std::string Form1::BrowseStartFolder() const {
+  const QString shown = output_folder_->text();
+  if (!shown.isEmpty() && QFileInfo(shown).isDir()) return shown.toStdString();
+  std::string folder = folders_.BrowseFolder();
+  if (folder.empty()) folder = DefaultDataFolder();
+  return folder;
+}
+
 void Form1::BrowseClicked() {
   LeaveOnTop();
-  const std::string folder =
-      dialogs_.ChooseFolder(this, "Save Directory", output_folder_->text().toStdString());
+  const std::string folder = dialogs_.ChooseFolder(this, "Save Directory", BrowseStartFolder());
   if (!folder.empty()) {
     converter_->settings().OutputDirectory = folder;
     converter_->settings().UseOutputDirectory = 1;
+    folders_.RememberBrowseFolder(folder);
   }
   TakeUpOnTop();
   ShowOutputSettings();

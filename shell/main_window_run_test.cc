@@ -1,7 +1,6 @@
 // Runs of the main window over the real conversion stages and the sample
 // instrument files.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <QCheckBox>
 #include <QLabel>
@@ -13,6 +12,7 @@
 #include <filesystem>
 #include <string>
 
+#include "driver/settings_file.h"
 #include "shell/main_window.h"
 #include "shell/window_test_util.h"
 
@@ -25,36 +25,12 @@ using testing::WindowFixture;
 constexpr const char* kFirstSample = "spectrum_dbm_markers.xml";
 constexpr const char* kSecondSample = "two_screens_markers.csv";
 
-/// A folder for the source files whose path has no dot: the output is named
-/// after the source path up to its first dot, and the scratch folder's name
-/// holds the test's name with a dot in it.
-class SourceFolder {
- public:
-  SourceFolder()
-      : path_(std::filesystem::temp_directory_path() /
-              ("z4400_shell_sources_" + std::to_string(::getpid()))) {
-    std::filesystem::remove_all(path_);
-    std::filesystem::create_directories(path_);
-  }
-  ~SourceFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  SourceFolder(const SourceFolder&) = delete;
-  SourceFolder& operator=(const SourceFolder&) = delete;
-  const std::filesystem::path& path() const { return path_; }
+using SourceFolder = testing::DotFreeFolder;
 
- private:
-  std::filesystem::path path_;
-};
-
-/// A sample copied into `folder`.
+/// A sample copied into `sources`.
 std::string CopiedSample(const std::filesystem::path& samples, const SourceFolder& sources,
                          const char* name) {
-  const std::filesystem::path& folder = sources.path();
-  std::filesystem::copy_file(samples / name, folder / name,
-                             std::filesystem::copy_options::overwrite_existing);
-  return (folder / name).string();
+  return sources.Copy(samples / name);
 }
 
 /// Where the save dialog proposes the workbook of `source`: the dialog
@@ -72,6 +48,93 @@ struct ControlsSeen {
   bool start_menu = false;
   bool list_drops = false;
 };
+
+/// What the window and its converter hold at one moment of the start-up.
+struct StartUpMoment {
+  int listed = 0;
+  std::string first_listed;
+  std::string run_output_folder;
+  bool kept_on_top = false;
+  bool on_top_hint = false;
+  std::string folder_box;
+  bool folder_check = false;
+  bool start_enabled = false;
+  int list_lines = 0;
+};
+
+StartUpMoment SeenNow(const WindowFixture& fixture) {
+  Converter& converter = fixture.window->converter();
+  const FileList& files = converter.files();
+  return {files.FileCount(),
+          files.FileCount() > 0 ? files.Entry(0).Path : "",
+          converter.run().OutputDirectory,
+          fixture.window->KeptOnTop(),
+          fixture.window->windowFlags().testFlag(Qt::WindowStaysOnTopHint),
+          fixture.Find<QLineEdit>("Text1")->text().toStdString(),
+          fixture.Find<QCheckBox>("Check1")->isChecked(),
+          fixture.Button("Command1")->isEnabled(),
+          fixture.Find<QListWidget>("List1")->count()};
+}
+
+TEST(MainWindowRunTest, StartUpTakesItsStepsInOrder) {
+  // The steps: defaults, "Data.ini", its folder as the run's output folder,
+  // the command line's files, always on top, the folder box and check box,
+  // the run reset, the conversion, the list cleared. Each is seen from the
+  // moments in between: the "Error" of the 101st command-line file (step 4)
+  // and the save dialog of the first file (step 8).
+  WindowFixture fixture;
+  SourceFolder sources;
+  const std::string example = sources.Copy(testing::Example("band_scan_markers.xml"));
+  Settings stored;
+  stored.OutputDirectory = (fixture.scratch / "out").string();
+  std::filesystem::create_directories(stored.OutputDirectory);
+  stored.UseOutputDirectory = 1;
+  stored.AlwaysOnTop = 1;
+  ASSERT_EQ(WriteSettingsFile(fixture.scratch.path(), stored, nullptr), SettingsFileStatus::kDone);
+  // A file listed before the start-up, which the defaults forget.
+  fixture.window->converter().AddFile((fixture.scratch / "stale.xml").string());
+  std::vector<std::string> command_line = {example};
+  for (int i = 1; i <= kAddFileLimit; ++i) {
+    command_line.push_back((sources.path() / ("m" + std::to_string(i) + ".xml")).string());
+  }
+  std::vector<StartUpMoment> at_error;
+  std::vector<StartUpMoment> at_save_dialog;
+  fixture.dialogs.during_message = [&] { at_error.push_back(SeenNow(fixture)); };
+  fixture.dialogs.during_save_dialog = [&] { at_save_dialog.push_back(SeenNow(fixture)); };
+  fixture.dialogs.ui.save_answers = {""};  // cancelled: the run stops quietly
+
+  fixture.window->StartUp(command_line);
+
+  EXPECT_EQ(fixture.dialogs.MessagesTitled("Error Message"), std::vector<std::string>{"Error"});
+  ASSERT_EQ(at_error.size(), 1u);
+  const StartUpMoment& adding = at_error.front();
+  EXPECT_EQ(adding.listed, kAddFileLimit) << "the list starts empty";
+  EXPECT_EQ(adding.first_listed, example);
+  EXPECT_EQ(adding.run_output_folder, stored.OutputDirectory)
+      << "Data.ini was read and its folder taken before the files are added";
+  EXPECT_FALSE(adding.kept_on_top) << "always on top comes after the files";
+  EXPECT_EQ(adding.folder_box, "") << "the folder box is filled after the files";
+
+  ASSERT_EQ(at_save_dialog.size(), 1u)
+      << "the run reset emptied the run's output folder, so the file is named in the dialog";
+  const StartUpMoment& converting = at_save_dialog.front();
+  EXPECT_EQ(converting.run_output_folder, "");
+  EXPECT_TRUE(converting.kept_on_top);
+  EXPECT_FALSE(converting.on_top_hint) << "left while the dialog is open";
+  EXPECT_EQ(converting.folder_box, stored.OutputDirectory);
+  EXPECT_TRUE(converting.folder_check);
+  EXPECT_FALSE(converting.start_enabled);
+  EXPECT_EQ(converting.list_lines, kAddFileLimit) << "the list is cleared after the conversion";
+  EXPECT_EQ(fixture.dialogs.ui.save_dialogs.front().initial_name,
+            ProposedWorkbook(fixture, example));
+
+  const StartUpMoment after = SeenNow(fixture);
+  EXPECT_EQ(after.listed, 0);
+  EXPECT_EQ(after.list_lines, 0);
+  EXPECT_TRUE(after.start_enabled);
+  EXPECT_TRUE(after.on_top_hint);
+  EXPECT_FALSE(fixture.window->Ended());
+}
 
 TEST(MainWindowRunTest, CommandLineFilesAreConvertedAtOnceAndTheListEndsEmpty) {
   Z4400_REQUIRE_SAMPLES(samples);

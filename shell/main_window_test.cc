@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -15,7 +16,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "driver/settings.h"
 #include "driver/settings_file.h"
+#include "shell/options_dialog.h"
 #include "shell/window_test_util.h"
 
 namespace z4400 {
@@ -50,48 +53,6 @@ std::string ReadText(const std::filesystem::path& path) {
   return text.str();
 }
 
-TEST(MainWindowTest, ControlsAndMenusCarryTheirNamesAndCaptions) {
-  WindowFixture fixture;
-  struct Case {
-    const char* name;
-    const char* caption;
-  };
-  for (const Case& c : {Case{"Command4", "Add file"}, Case{"Command3", "Remove file"},
-                        Case{"Command1", "Start"}, Case{"Command2", "Browse..."}}) {
-    SCOPED_TRACE(c.name);
-    ASSERT_NE(fixture.Button(c.name), nullptr);
-    EXPECT_EQ(fixture.Button(c.name)->text().toStdString(), c.caption);
-  }
-  for (const Case& c : {Case{"Label2", "Save Directory"}, Case{"Label3", "Open file list"},
-                        Case{"Label4", "Ready"}, Case{"Label5", "Ver 2.1"}}) {
-    SCOPED_TRACE(c.name);
-    ASSERT_NE(fixture.Find<QLabel>(c.name), nullptr);
-    EXPECT_EQ(fixture.Find<QLabel>(c.name)->text().toStdString(), c.caption);
-  }
-  EXPECT_TRUE(fixture.Find<QCheckBox>("Check1")->text().isEmpty());
-
-  // Menus in order, separators between groups.
-  const std::vector<std::vector<std::string>> expected = {
-      {"File(&F)", "Save(&S)", "-", "Add file(&O)", "Remove file(&R)", "Remove all file(&D)", "-",
-       "Start(&E)", "-", "End(&X)"},
-      {"Tool(&T)", "Option(&O)"},
-      {"Help(&H)", "version(&A)", "-", "Excel version", "OS version"},
-  };
-  std::vector<std::vector<std::string>> menus;
-  for (QAction* top : fixture.window->menuBar()->actions()) {
-    std::vector<std::string> entries = {top->text().toStdString()};
-    for (QAction* entry : top->menu()->actions()) {
-      entries.push_back(entry->isSeparator() ? "-" : entry->text().toStdString());
-    }
-    menus.push_back(entries);
-  }
-  EXPECT_EQ(menus, expected);
-  for (const char* name : {"Savemnu", "AddFilemnu", "Rmvmnu", "RmvAllmnu", "startmnu", "mnuend",
-                           "Optmnu", "hlpver", "mnuxls", "mnuOS"}) {
-    EXPECT_NE(fixture.Action(name), nullptr) << name;
-  }
-}
-
 TEST(MainWindowTest, DroppedFilesAreListedByKindUpToOneHundred) {
   {
     SCOPED_TRACE("105 files on the list: the first 100 listed, \"Error\" for each further one");
@@ -113,7 +74,7 @@ TEST(MainWindowTest, DroppedFilesAreListedByKindUpToOneHundred) {
     DropFiles(fixture.Find<QListWidget>("List1")->viewport(),
               {in("a.XML"), in("b.Csv"), in("c.txt"), in("d.xlsx")});
     EXPECT_EQ(fixture.window->converter().files().FileCount(), 0);
-    DropFiles(fixture.window.get(), {in("b.csv"), in("a.xml"), in("b.csv")});
+    DropFiles(fixture.Find<QLabel>("Label3"), {in("b.csv"), in("a.xml"), in("b.csv")});
     EXPECT_EQ(ListLines(fixture), (std::vector<std::string>{"b.csv", "a.xml", "b.csv"}));
     EXPECT_EQ(fixture.window->converter().files().Entry(1).Path, in("a.xml"));
     EXPECT_TRUE(fixture.dialogs.ui.messages.empty());
@@ -128,7 +89,7 @@ TEST(MainWindowTest, DroppedFilesAreListedByKindUpToOneHundred) {
     EXPECT_FALSE(fixture.window->RevealsDebugMode());
     DropFiles(list, {file}, Qt::RightButton);
     EXPECT_TRUE(fixture.window->RevealsDebugMode());
-    DropFiles(fixture.window.get(), {file}, Qt::RightButton);  // the window, not the list
+    DropFiles(fixture.Find<QLabel>("Label4"), {file}, Qt::RightButton);  // the window, not the list
     EXPECT_TRUE(fixture.window->RevealsDebugMode());
     DropFiles(list, {file}, Qt::RightButton);
     EXPECT_FALSE(fixture.window->RevealsDebugMode());
@@ -159,6 +120,92 @@ TEST(MainWindowTest, RemoveFileTakesTheSelectedLinesAndRemoveAllEmptiesTheList) 
   fixture.Action("RmvAllmnu")->trigger();
   EXPECT_TRUE(ListLines(fixture).empty());
   EXPECT_EQ(files.FileCount(), 0);
+}
+
+TEST(MainWindowTest, DeleteKeyRemovesTheSelectedLinesAndEachLineShowsItsPath) {
+  WindowFixture fixture;
+  fixture.window->StartUp({});
+  auto* list = fixture.Find<QListWidget>("List1");
+  const std::filesystem::path second_folder = fixture.scratch / "second";
+  const std::vector<std::string> paths = {(fixture.scratch / "m.xml").string(),
+                                          (second_folder / "m.xml").string(),
+                                          (fixture.scratch / "n.csv").string()};
+  DropFiles(list->viewport(), paths);
+  ASSERT_EQ(list->count(), 3);
+  for (int row = 0; row < list->count(); ++row) {
+    EXPECT_EQ(list->item(row)->toolTip().toStdString(), paths[static_cast<std::size_t>(row)]);
+  }
+
+  list->setFocus();
+  QTest::keyClick(list, Qt::Key_Delete);
+  EXPECT_EQ(list->count(), 3) << "nothing selected changes nothing";
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                    list->visualItemRect(list->item(0)).center());
+  QTest::keyClick(list, Qt::Key_Delete);
+  EXPECT_EQ(ListLines(fixture), (std::vector<std::string>{"m.xml", "n.csv"}));
+  EXPECT_EQ(fixture.window->converter().files().Entry(0).Path, paths[1]);
+  EXPECT_EQ(list->item(0)->toolTip().toStdString(), paths[1]) << "the tooltips follow";
+  EXPECT_EQ(list->item(1)->toolTip().toStdString(), paths[2]);
+}
+
+TEST(MainWindowTest, DialogsStartWhereTheUserWasLastTimeAndLeaveAlwaysOnTop) {
+  WindowFixture first_run;
+  Settings stored;
+  stored.AlwaysOnTop = 1;
+  ASSERT_EQ(WriteSettingsFile(first_run.scratch.path(), stored, nullptr),
+            SettingsFileStatus::kDone);
+  first_run.window->StartUp({});
+  const std::filesystem::path sources = first_run.scratch / "sources";
+  const std::filesystem::path out = first_run.scratch / "out";
+  std::filesystem::create_directories(sources);
+  std::filesystem::create_directories(out);
+  {
+    SCOPED_TRACE("nothing remembered yet: the default data folder");
+    first_run.dialogs.ui.open_answers = {(sources / "a.xml").string()};
+    QTest::mouseClick(first_run.Button("Command4"), Qt::LeftButton);
+    first_run.dialogs.folder_answers = {out.string()};
+    QTest::mouseClick(first_run.Button("Command2"), Qt::LeftButton);
+    ASSERT_EQ(first_run.dialogs.ui.open_dialogs.size(), 1u);
+    EXPECT_EQ(first_run.dialogs.ui.open_dialogs[0].initial_folder,
+              first_run.scratch.path().string());
+    EXPECT_EQ(first_run.dialogs.folder_starts,
+              std::vector<std::string>{first_run.scratch.path().string()});
+    EXPECT_EQ(first_run.dialogs.on_top_during_dialogs, (std::vector<bool>{false, false}));
+    EXPECT_TRUE(first_run.window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+  }
+
+  // The next run of the program: a new window over the same folders.
+  testing::ScriptedDialogs next_dialogs;
+  Form1 next_run(next_dialogs, testing::ScratchWindowOptions(
+                                   first_run.scratch, [] { return std::string(kDefaultVersion); }));
+  next_run.show();
+  next_run.StartUp({});
+  auto* folder_box = next_run.findChild<QLineEdit*>(QStringLiteral("Text1"));
+  auto* add_file = next_run.findChild<QAbstractButton*>(QStringLiteral("Command4"));
+  auto* browse = next_run.findChild<QAbstractButton*>(QStringLiteral("Command2"));
+  ASSERT_EQ(folder_box->text(), QString()) << "Data.ini was not saved";
+  {
+    SCOPED_TRACE("the folder of the file picked last, for Add file and for an empty Start");
+    next_dialogs.ui.open_answers = {(sources / "b.csv").string()};
+    QTest::mouseClick(add_file, Qt::LeftButton);
+    next_run.findChild<QAction*>(QStringLiteral("RmvAllmnu"))->trigger();
+    next_run.findChild<QAction*>(QStringLiteral("startmnu"))->trigger();
+    ASSERT_EQ(next_dialogs.ui.open_dialogs.size(), 2u);
+    EXPECT_EQ(next_dialogs.ui.open_dialogs[0].initial_folder, sources.string());
+    EXPECT_EQ(next_dialogs.ui.open_dialogs[1].initial_folder, sources.string());
+  }
+  {
+    SCOPED_TRACE("Browse...: the folder browsed last, unless the box shows a folder");
+    QTest::mouseClick(browse, Qt::LeftButton);
+    folder_box->setText(QString::fromStdString(sources.string()));
+    QTest::mouseClick(browse, Qt::LeftButton);
+    std::filesystem::remove_all(out);
+    folder_box->clear();
+    QTest::mouseClick(browse, Qt::LeftButton);
+    EXPECT_EQ(next_dialogs.folder_starts,
+              (std::vector<std::string>{out.string(), sources.string(),
+                                        first_run.scratch.path().string()}));
+  }
 }
 
 TEST(MainWindowTest, AddFileAndAnEmptyStartAskThroughTheOpenDialog) {
@@ -240,6 +287,16 @@ TEST(MainWindowTest, SaveMenuAndBrowseStoreTheOutputFolder) {
     EXPECT_EQ(fixture.window->converter().settings().OutputDirectory, "/chosen/folder");
     EXPECT_EQ(fixture.window->converter().settings().UseOutputDirectory, 1);
   }
+}
+
+TEST(MainWindowTest, TheWindowHasItsIconAndItsDialogsShareIt) {
+  WindowFixture fixture;
+  const QImage icon = fixture.window->windowIcon().pixmap(QSize(64, 64)).toImage();
+  ASSERT_FALSE(icon.isNull()) << "the icon is drawn (Qt's SVG plug-in is installed)";
+  EXPECT_EQ(icon.pixelColor(1, 1).alpha(), 0) << "a corner is transparent";
+  EXPECT_GT(icon.pixelColor(32, 32).alpha(), 0) << "the middle is drawn";
+  EXPECT_EQ(fixture.window->OptionsDialog().windowIcon().cacheKey(),
+            fixture.window->windowIcon().cacheKey());
 }
 
 TEST(MainWindowTest, HelpMenuReportsVersionSpreadsheetAndSystem) {

@@ -50,9 +50,13 @@ bool Form1::AskYesNo(const std::string& title, const std::string& text) {
 }
 
 std::string Form1::ChooseOpenFile(const FileDialogRequest& request) {
+  FileDialogRequest shown = request;
+  const std::string last_folder = folders_.OpenFolder();
+  if (shown.initial_name.empty() && !last_folder.empty()) shown.initial_folder = last_folder;
   LeaveOnTop();
-  std::string path = dialogs_.ChooseOpenFile(this, request);
+  std::string path = dialogs_.ChooseOpenFile(this, shown);
   TakeUpOnTop();
+  folders_.RememberOpenedFile(path);
   return path;
 }
 
@@ -88,7 +92,13 @@ void Form1::SetControlsEnabled(bool enabled) {
 
 void Form1::ShowFileList(const std::vector<std::string>& names) {
   list_->clear();
-  for (const std::string& name : names) list_->addItem(QString::fromStdString(name));
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    auto* item = new QListWidgetItem(QString::fromStdString(names[i]), list_);
+    // Two files of one name from different folders differ in their tooltip.
+    if (converter_ && static_cast<int>(i) < converter_->files().FileCount()) {
+      item->setToolTip(QString::fromStdString(converter_->files().Entry(static_cast<int>(i)).Path));
+    }
+  }
 }
 
 void Form1::ProcessEvents() { QCoreApplication::processEvents(); }

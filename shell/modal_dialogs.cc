@@ -84,10 +84,14 @@ std::string QtModalDialogs::ChooseOpenFile(QWidget* parent, const FileDialogRequ
 
 std::string QtModalDialogs::ChooseSaveFile(QWidget* parent, const FileDialogRequest& request) {
   QString selected = FirstFilter(request);
-  return QFileDialog::getSaveFileName(parent, ToQt(request.title), StartPath(request),
-                                      NameFilters(request), &selected,
-                                      QFileDialog::DontConfirmOverwrite)
-      .toStdString();
+  const std::string chosen = QFileDialog::getSaveFileName(
+                                 parent, ToQt(request.title), StartPath(request),
+                                 NameFilters(request), &selected, QFileDialog::DontConfirmOverwrite)
+                                 .toStdString();
+  // The name as the spreadsheet's save dialog returns it: with the chosen
+  // type's extension, so that the overwrite question is asked about the
+  // file that will be written.
+  return WithFilterExtension(chosen, selected.toStdString());
 }
 
 std::string QtModalDialogs::ChooseFolder(QWidget* parent, const std::string& title,

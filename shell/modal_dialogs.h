@@ -26,6 +26,8 @@ class ModalDialogs {
   /// A Yes/No question; true for Yes.
   virtual bool AskYesNo(QWidget* parent, const std::string& title, const std::string& text) = 0;
   /// Open and save dialogs; the chosen path, or the empty text on cancel.
+  /// The save dialog's path ends in the extension of the type chosen in it,
+  /// added when the user typed a name without it.
   virtual std::string ChooseOpenFile(QWidget* parent, const FileDialogRequest& request) = 0;
   virtual std::string ChooseSaveFile(QWidget* parent, const FileDialogRequest& request) = 0;
   /// The folder browser; the chosen folder, or the empty text on cancel.

@@ -4,6 +4,8 @@
 #ifndef Z4400_SHELL_WINDOW_TEST_UTIL_H_
 #define Z4400_SHELL_WINDOW_TEST_UTIL_H_
 
+#include <gtest/gtest.h>
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -13,12 +15,18 @@
 #include <QMimeData>
 #include <QTest>
 #include <QUrl>
+#include <QWindow>
 #include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+// The drops of the tests come through the window-system interface, as the
+// desktop's drops do.
+#include <qpa/qplatformdrag.h>
+#include <qpa/qwindowsysteminterface.h>
 
 #include "driver/workbook_stages.h"
 #include "shell/main_window.h"
@@ -55,31 +63,40 @@ struct ApplicationReady {
 };
 
 /// Dialogs answered by a RecordingUi (its queues and records), with a folder
-/// browser and a record of the workbooks handed to the desktop. A hook runs
-/// inside each save dialog, while the run that asked is under way.
+/// browser and a record of the workbooks handed to the desktop. For every
+/// file and folder dialog it notes whether the window was kept on top while
+/// it was open. Hooks run inside each save dialog and message box.
 class ScriptedDialogs : public ModalDialogs {
  public:
   RecordingUi ui;
   std::deque<std::string> folder_answers;
+  std::vector<std::string> folder_starts;
+  std::vector<bool> on_top_during_dialogs;
   std::vector<std::string> opened_workbooks;
   std::function<void()> during_save_dialog;
+  std::function<void()> during_message;
 
   void ShowMessage(QWidget*, MessageKind kind, const std::string& title,
                    const std::string& text) override {
+    if (during_message) during_message();
     ui.ShowMessage(kind, title, text);
   }
   bool AskYesNo(QWidget*, const std::string& title, const std::string& text) override {
     return ui.AskYesNo(title, text);
   }
-  std::string ChooseOpenFile(QWidget*, const FileDialogRequest& request) override {
+  std::string ChooseOpenFile(QWidget* parent, const FileDialogRequest& request) override {
+    NoteOnTop(parent);
     return ui.ChooseOpenFile(request);
   }
-  std::string ChooseSaveFile(QWidget*, const FileDialogRequest& request) override {
+  std::string ChooseSaveFile(QWidget* parent, const FileDialogRequest& request) override {
+    NoteOnTop(parent);
     if (during_save_dialog) during_save_dialog();
     return ui.ChooseSaveFile(request);
   }
-  std::string ChooseFolder(QWidget*, const std::string& title,
+  std::string ChooseFolder(QWidget* parent, const std::string& title,
                            const std::string& initial_folder) override {
+    NoteOnTop(parent);
+    folder_starts.push_back(initial_folder);
     ui.ChooseFolder(title, initial_folder);
     if (folder_answers.empty()) return {};
     std::string answer = folder_answers.front();
@@ -89,6 +106,10 @@ class ScriptedDialogs : public ModalDialogs {
   bool OpenWorkbook(const std::string& path) override {
     opened_workbooks.push_back(path);
     return true;
+  }
+
+  void NoteOnTop(const QWidget* parent) {
+    on_top_during_dialogs.push_back(parent->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
   }
 
   /// Texts of the message boxes shown with `title`.
@@ -101,6 +122,19 @@ class ScriptedDialogs : public ModalDialogs {
   }
 };
 
+/// What a test window is built with: "Data.ini", the dialogs' start folder
+/// and the remembered folders all in `scratch`, the real conversion stages.
+inline WindowOptions ScratchWindowOptions(const ScratchDir& scratch,
+                                          SpreadsheetVersionProbe probe) {
+  WindowOptions options;
+  options.settings_folder = scratch.path();
+  options.make_stages = WorkbookStagesFactory(kDefaultVersion);
+  options.version_probe = std::move(probe);
+  options.data_folder = scratch.path().string();
+  options.remembered_folders_file = scratch / "config" / "folders.ini";
+  return options;
+}
+
 /// A main window over a scratch folder (settings and output), with the real
 /// conversion stages and scripted dialogs.
 struct WindowFixture {
@@ -112,12 +146,7 @@ struct WindowFixture {
     return std::string(kDefaultVersion);
   }) {
     EnsureApplication();
-    WindowOptions options;
-    options.settings_folder = scratch.path();
-    options.make_stages = WorkbookStagesFactory(kDefaultVersion);
-    options.version_probe = std::move(probe);
-    options.data_folder = scratch.path().string();
-    window = std::make_unique<Form1>(dialogs, std::move(options));
+    window = std::make_unique<Form1>(dialogs, ScratchWindowOptions(scratch, std::move(probe)));
     window->show();
   }
 
@@ -143,17 +172,59 @@ inline void ClickCheckBox(QCheckBox* box) {
   QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
 }
 
-/// Delivers a drop of `paths` on `target` as the desktop would: the drag
-/// enters, then the files are dropped with `buttons` held.
+/// Drags `paths` from elsewhere on the desktop over the middle of `target`
+/// with `buttons` held and drops them there, as the window system delivers
+/// it: the drag moves over the window with the buttons reported, and the
+/// drop comes when they are released, so it reports none. Which widget
+/// takes the drop is for the window to find out, as on the desktop.
 inline void DropFiles(QWidget* target, const std::vector<std::string>& paths,
                       Qt::MouseButtons buttons = Qt::LeftButton) {
   const std::unique_ptr<QMimeData> data = FilesData(paths);
-  const QPoint where = target->rect().center();
-  QDragEnterEvent enter(where, Qt::CopyAction, data.get(), buttons, Qt::NoModifier);
-  QApplication::sendEvent(target, &enter);
-  QDropEvent drop(QPointF(where), Qt::CopyAction, data.get(), buttons, Qt::NoModifier);
-  QApplication::sendEvent(target, &drop);
+  QWidget* window = target->window();
+  QWindow* surface = window->windowHandle();
+  ASSERT_NE(surface, nullptr) << "the window is shown";
+  const QPoint center = target->rect().center();
+  for (const QPoint& where : {center - QPoint(2, 2), center}) {
+    QWindowSystemInterface::handleDrag(surface, data.get(), target->mapTo(window, where),
+                                       Qt::CopyAction, buttons, Qt::NoModifier);
+  }
+  QWindowSystemInterface::handleDrop(surface, data.get(), target->mapTo(window, center),
+                                     Qt::CopyAction, Qt::NoButton, Qt::NoModifier);
 }
+
+/// A folder without a dot in its path, for source files: the output is
+/// named after the source path up to its first dot, and a scratch folder's
+/// name holds the test's name with a dot in it.
+class DotFreeFolder {
+ public:
+  DotFreeFolder()
+      : path_(std::filesystem::temp_directory_path() /
+              ("z4400_shell_sources_" + std::to_string(QCoreApplication::applicationPid()))) {
+    std::filesystem::remove_all(path_);
+    std::filesystem::create_directories(path_);
+  }
+  ~DotFreeFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  DotFreeFolder(const DotFreeFolder&) = delete;
+  DotFreeFolder& operator=(const DotFreeFolder&) = delete;
+  const std::filesystem::path& path() const { return path_; }
+
+  /// Copies `source` in; the copy's path.
+  std::string Copy(const std::filesystem::path& source) const {
+    const std::filesystem::path copy = path_ / source.filename();
+    std::filesystem::copy_file(source, copy, std::filesystem::copy_options::overwrite_existing);
+    return copy.string();
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// An instrument file of the source tree's examples (no shared samples
+/// needed).
+inline std::filesystem::path Example(const char* name) { return SourceDir() / "examples" / name; }
 
 }  // namespace z4400::testing
 

@@ -48,22 +48,26 @@ int16_t NextRow(int16_t row) {
   return static_cast<int16_t>(row + 1);
 }
 
+MarkerListEntry EntryOf(CellValue label, const MarkerRecord& marker, const MarkerAxes& axes) {
+  const LevelCell level = LevelOf(marker.PosY, axes.level_unit);
+  return MarkerListEntry{std::move(label), TraceTextOf(marker),
+                         axes.time_x ? MakeEngSec(marker.PosX) : MakeEngHz(marker.PosX),
+                         level.value, level.format};
+}
+
 /// One marker row from `column`: label (its number or "Reference"), trace,
 /// position and unit, level and unit.
-void WriteMarkerRow(Worksheet& sheet, int row, int column, const CellValue& label,
-                    const MarkerRecord& marker, const MarkerAxes& axes) {
-  sheet.Cells(row, column).SetValue(label);
-  sheet.Cells(row, column + 1).SetValue(CellValue(TraceTextOf(marker)));
-  const EngValue position = axes.time_x ? MakeEngSec(marker.PosX) : MakeEngHz(marker.PosX);
+void WriteMarkerRow(Worksheet& sheet, int row, int column, const MarkerListEntry& entry) {
+  sheet.Cells(row, column).SetValue(entry.label);
+  sheet.Cells(row, column + 1).SetValue(CellValue(entry.trace));
   const CellRange position_cell = sheet.Cells(row, column + 2);
-  position_cell.SetValue(position.Scaled);
+  position_cell.SetValue(entry.position.Scaled);
   position_cell.SetNumberFormat(kPositionFormat);
-  sheet.Cells(row, column + 3).SetValue(CellValue(position.Unit));
-  const LevelCell level = LevelOf(marker.PosY, axes.level_unit);
+  sheet.Cells(row, column + 3).SetValue(CellValue(entry.position.Unit));
   const CellRange level_cell = sheet.Cells(row, column + 4);
-  level_cell.SetValue(level.value.Scaled);
-  level_cell.SetNumberFormat(level.format);
-  sheet.Cells(row, column + 5).SetValue(CellValue(level.value.Unit));
+  level_cell.SetValue(entry.level.Scaled);
+  level_cell.SetNumberFormat(entry.level_format);
+  sheet.Cells(row, column + 5).SetValue(CellValue(entry.level.Unit));
 }
 
 std::vector<int32_t> CandidatesOf(const MarkersInfo& markers) {
@@ -74,41 +78,6 @@ std::vector<int32_t> CandidatesOf(const MarkersInfo& markers) {
     candidates.push_back(ActiveMarkerOf(markers));
   }
   return candidates;
-}
-
-/// The rows of `WriteMarkerList`; the row after the last.
-int16_t WriteListRows(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
-                      const MarkerAxes& axes, int screen) {
-  // The label column holds "Marker List Screen" and "Reference": as wide as
-  // the label column of the report blocks, so neither is cut off.
-  sheet.Columns(column).SetColumnWidth(kListLabelWidth);
-  BoldPair(sheet, row, column);
-  sheet.Cells(row, column).SetValue(CellValue("Marker List Screen"));
-  sheet.Cells(row, column + 1).SetValue(CellValue(screen + 1));
-  row = NextRow(row);
-  for (size_t i = 0; i < kColumnHeaders.size(); ++i) {
-    const CellRange header = sheet.Cells(row, column + static_cast<int>(i));
-    header.SetValue(CellValue(kColumnHeaders[i]));
-    header.Font().SetBold(true);
-  }
-  row = NextRow(row);
-  if (markers.DeltaMode == 0) return row;
-
-  for (const int32_t k : CandidatesOf(markers)) {
-    if (k < 0 || k >= kListedMarkers) continue;
-    const MarkerRecord& marker = markers.Markers[static_cast<size_t>(k)];
-    if (marker.On == 0) continue;
-    WriteMarkerRow(sheet, row, column, CellValue(k + 1), marker, axes);
-    row = NextRow(row);
-  }
-  const int32_t reference = markers.MarkerCount;
-  if (markers.DeltaMode == 2 && reference >= 0 && reference < kListedMarkers &&
-      markers.Markers[static_cast<size_t>(reference)].On != 0) {
-    WriteMarkerRow(sheet, row, column, CellValue("Reference"),
-                   markers.Markers[static_cast<size_t>(reference)], axes);
-    row = NextRow(row);
-  }
-  return row;
 }
 
 }  // namespace
@@ -124,11 +93,52 @@ int32_t ActiveMarkerOf(const MarkersInfo& markers) {
   return markers.SelectedMarker >= 1 ? markers.SelectedMarker - 1 : 0;
 }
 
+std::vector<MarkerListEntry> ListedMarkers(const MarkersInfo& markers, const MarkerAxes& axes) {
+  std::vector<MarkerListEntry> entries;
+  if (markers.DeltaMode == 0) return entries;
+  for (const int32_t k : CandidatesOf(markers)) {
+    if (k < 0 || k >= kListedMarkers) continue;
+    const MarkerRecord& marker = markers.Markers[static_cast<size_t>(k)];
+    if (marker.On != 0) entries.push_back(EntryOf(CellValue(k + 1), marker, axes));
+  }
+  if (const int reference = DeltaReferenceOf(markers); reference != 0) {
+    entries.push_back(
+        EntryOf(CellValue("Reference"), markers.Markers[static_cast<size_t>(reference - 1)], axes));
+  }
+  return entries;
+}
+
+int DeltaReferenceOf(const MarkersInfo& markers) {
+  const int32_t reference = markers.MarkerCount;
+  if (markers.DeltaMode != 2 || reference < 0 || reference >= kListedMarkers ||
+      markers.Markers[static_cast<size_t>(reference)].On == 0) {
+    return 0;
+  }
+  return reference + 1;
+}
+
 int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
                         const MarkerAxes& axes, int screen) {
-  const int16_t end_row = WriteListRows(sheet, row, column, markers, axes, screen);
-  for (int i = 0; i < kListColumns; ++i) WidenColumnToFit(sheet, column + i, row, end_row - 1);
-  return end_row;
+  const int16_t first_row = row;
+  // The label column holds "Marker List Screen" and "Reference": as wide as
+  // the label column of the report blocks, so neither is cut off.
+  sheet.Columns(column).SetColumnWidth(kListLabelWidth);
+  BoldPair(sheet, row, column);
+  sheet.Cells(row, column).SetValue(CellValue("Marker List Screen"));
+  sheet.Cells(row, column + 1).SetValue(CellValue(screen + 1));
+  row = NextRow(row);
+  for (size_t i = 0; i < kColumnHeaders.size(); ++i) {
+    const CellRange header = sheet.Cells(row, column + static_cast<int>(i));
+    header.SetValue(CellValue(kColumnHeaders[i]));
+    header.Font().SetBold(true);
+  }
+  row = NextRow(row);
+  for (const MarkerListEntry& entry : ListedMarkers(markers, axes)) {
+    WriteMarkerRow(sheet, row, column, entry);
+    row = NextRow(row);
+  }
+  for (int i = 0; i < kListColumns; ++i) WidenColumnToFit(sheet, column + i, first_row, row - 1);
+  return row;
 }
 
 void WriteMarkersDetails(const ExcelApp& excel, const MarkersInfo& markers, const MarkerAxes& axes,

@@ -7,9 +7,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "source/records.h"
 #include "source/screen_tables.h"
+#include "workbook/cell_value.h"
+#include "workbook/eng_units.h"
 #include "workbook/excel_app.h"
 #include "workbook/worksheet.h"
 
@@ -39,15 +42,33 @@ MarkerAxes MarkerAxesOf(const XAxisKind& kind, const DigitalValues& digital);
 /// else 0 (the selection "Ref" is marker 1).
 int32_t ActiveMarkerOf(const MarkersInfo& markers);
 
+/// One row of a screen's marker list.
+struct MarkerListEntry {
+  CellValue label;  ///< the marker number (1 to 10), or "Reference"
+  std::string trace;
+  EngValue position;
+  EngValue level;
+  std::string_view level_format;  ///< "0.000" for scaled levels, else "0.00"
+};
+
+/// The rows of a screen's marker list, in list order: markers are listed
+/// only when the screen has markers on (`DeltaMode` not 0), each when its
+/// `On` is not 0; all ten are candidates unless `Reserved` is 0, which
+/// leaves the active marker alone. In delta mode the reference marker
+/// follows as "Reference".
+std::vector<MarkerListEntry> ListedMarkers(const MarkersInfo& markers, const MarkerAxes& axes);
+
+/// The number (1 to 10) of the marker the deltas of a screen refer to: in
+/// delta mode the marker after the `MarkerCount` markers on, when it is on;
+/// 0 when the screen has no reference.
+int DeltaReferenceOf(const MarkersInfo& markers);
+
 /// Writes the list of screen `screen` at (`row`, `column`) of `sheet`:
 /// "Marker List Screen" with the screen number (bold), a row of column
 /// headers, one row per listed marker (number, trace letter, position with
-/// its unit, level with its unit), and in delta mode a "Reference" row for
-/// the reference marker. Markers are listed only when the screen has
-/// markers on (`DeltaMode` not 0), each when its `On` is not 0; all ten are
-/// candidates unless `Reserved` is 0, which leaves the active marker alone.
-/// The list's six columns are widened where a text or number of the list
-/// would not show whole. Returns the row after the list's last row.
+/// its unit, level with its unit; the rows of `ListedMarkers`). The list's
+/// six columns are widened where a text or number of the list would not
+/// show whole. Returns the row after the list's last row.
 int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
                         const MarkerAxes& axes, int screen);
 

@@ -145,6 +145,8 @@ std::unique_ptr<Sheet> Worksheet::Clone(Workbook* workbook, std::string name) co
   copy->grid_ = grid_;
   copy->columns_ = columns_;
   copy->protected_ = protected_;
+  copy->frozen_rows_ = frozen_rows_;
+  copy->auto_filter_ = auto_filter_;
   copy->page_breaks_ = page_breaks_;
   copy->PageSetup() = PageSetup();
   for (const auto& object : charts_) {

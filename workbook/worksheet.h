@@ -59,6 +59,15 @@ class Worksheet : public Sheet {
   void Unprotect() { protected_ = false; }
   bool ProtectContents() const { return protected_; }
 
+  /// Keeps the top `rows` rows in view while the rows below scroll (0:
+  /// nothing frozen), like a frozen header row.
+  void FreezeTopRows(int rows) { frozen_rows_ = rows; }
+  int FrozenTopRows() const { return frozen_rows_; }
+  /// Puts a filter button on each cell of the first row of `area`, which
+  /// then filters the rows below it.
+  void SetAutoFilter(const CellArea& area) { auto_filter_ = area; }
+  const std::optional<CellArea>& AutoFilter() const { return auto_filter_; }
+
   // Storage, for the range handles, the file writer and the file reader.
 
   const CellGrid& grid() const { return grid_; }
@@ -99,6 +108,8 @@ class Worksheet : public Sheet {
   std::vector<std::unique_ptr<ChartObject>> charts_;
   HPageBreakList page_breaks_;
   bool protected_ = false;
+  int frozen_rows_ = 0;
+  std::optional<CellArea> auto_filter_;
 };
 
 template <typename Change>

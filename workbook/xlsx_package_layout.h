@@ -4,8 +4,11 @@
 #ifndef Z4400_WORKBOOK_XLSX_PACKAGE_LAYOUT_H_
 #define Z4400_WORKBOOK_XLSX_PACKAGE_LAYOUT_H_
 
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "workbook/cell_address.h"
 
 namespace z4400 {
 
@@ -24,6 +27,9 @@ struct SheetLayout {
   /// N of "xl/charts/chartN.xml" for each chart of the sheet's drawing, in
   /// the order of the sheet's chart objects.
   std::vector<int> chart_numbers;
+  /// The worksheet's filtered area, named in the workbook as the sheet's
+  /// filter database.
+  std::optional<CellArea> filter;
 };
 
 /// The whole package.

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "workbook/xlsx_chart_series.h"
 #include "workbook/xml_writer.h"
 
 namespace z4400 {
@@ -149,6 +150,25 @@ std::string WriteAppProperties(const PackageLayout& layout) {
   return xml.Release();
 }
 
+namespace {
+
+// Each filtered worksheet names its filtered area "_xlnm._FilterDatabase",
+// hidden and local to the sheet, as the spreadsheet does.
+void WriteFilterNames(XmlWriter& xml, const PackageLayout& layout) {
+  bool any = false;
+  for (std::size_t i = 0; i < layout.sheets.size(); ++i) {
+    const SheetLayout& sheet = layout.sheets[i];
+    if (!sheet.filter) continue;
+    if (!any) xml.StartTag("definedNames");
+    any = true;
+    xml.DataElement("definedName", SheetReference(sheet.name, *sheet.filter),
+                    {{"name", "_xlnm._FilterDatabase"}, {"localSheetId", i}, {"hidden", 1}});
+  }
+  if (any) xml.EndTag("definedNames");
+}
+
+}  // namespace
+
 std::string WriteWorkbookPart(const PackageLayout& layout) {
   XmlWriter xml;
   xml.StartTag("workbook", {{"xmlns", kSpreadsheetNs}, {"xmlns:r", kOfficeRelationshipsNs}});
@@ -177,6 +197,7 @@ std::string WriteWorkbookPart(const PackageLayout& layout) {
         {{"name", sheet.name}, {"sheetId", position}, {"r:id", "rId" + std::to_string(position)}});
   }
   xml.EndTag("sheets");
+  WriteFilterNames(xml, layout);
   xml.EmptyTag("calcPr", {{"calcId", 124519}});
   xml.EndTag("workbook");
   return xml.Release();

@@ -55,15 +55,47 @@ void AppendInt(std::string& out, long long value) {
   out.append(buffer, result.ptr);
 }
 
+// "A1:F9": the address without its "$" signs.
+std::string PlainAddress(const CellArea& area) {
+  std::string ref = FormatCellAddress(area);
+  std::erase(ref, '$');
+  return ref;
+}
+
 void WriteDimension(XmlWriter& xml, const UsedArea& used) {
   if (used.first_row == 0) {
     xml.EmptyTag("dimension", {{"ref", "A1"}});
     return;
   }
-  const CellArea area{used.first_row, used.first_column, used.last_row, used.last_column};
-  std::string ref = FormatCellAddress(area);
-  std::erase(ref, '$');
-  xml.EmptyTag("dimension", {{"ref", ref}});
+  xml.EmptyTag("dimension", {{"ref", PlainAddress({used.first_row, used.first_column, used.last_row,
+                                                   used.last_column})}});
+}
+
+// The sheet's one view: whether its tab is selected and, for frozen top
+// rows, the pane below them that scrolls.
+void WriteSheetViews(XmlWriter& xml, const Worksheet& sheet, bool selected) {
+  xml.StartTag("sheetViews");
+  const int frozen = sheet.FrozenTopRows();
+  if (frozen == 0) {
+    if (selected) {
+      xml.EmptyTag("sheetView", {{"tabSelected", 1}, {"workbookViewId", 0}});
+    } else {
+      xml.EmptyTag("sheetView", {{"workbookViewId", 0}});
+    }
+  } else {
+    if (selected) {
+      xml.StartTag("sheetView", {{"tabSelected", 1}, {"workbookViewId", 0}});
+    } else {
+      xml.StartTag("sheetView", {{"workbookViewId", 0}});
+    }
+    xml.EmptyTag("pane", {{"ySplit", frozen},
+                          {"topLeftCell", "A" + std::to_string(frozen + 1)},
+                          {"activePane", "bottomLeft"},
+                          {"state", "frozen"}});
+    xml.EmptyTag("selection", {{"pane", "bottomLeft"}});
+    xml.EndTag("sheetView");
+  }
+  xml.EndTag("sheetViews");
 }
 
 void WriteCols(XmlWriter& xml, const Worksheet& sheet, XlsxStyles& styles) {
@@ -221,19 +253,14 @@ std::string WriteSheetPart(const Worksheet& sheet, CellTables& tables, bool sele
   WriteWorksheetPr(xml, sheet.PageSetup());
   const UsedArea used = FindUsedArea(sheet.grid());
   WriteDimension(xml, used);
-  xml.StartTag("sheetViews");
-  if (selected) {
-    xml.EmptyTag("sheetView", {{"tabSelected", 1}, {"workbookViewId", 0}});
-  } else {
-    xml.EmptyTag("sheetView", {{"workbookViewId", 0}});
-  }
-  xml.EndTag("sheetViews");
+  WriteSheetViews(xml, sheet, selected);
   xml.EmptyTag("sheetFormatPr", {{"defaultRowHeight", 15}});
   WriteCols(xml, sheet, tables.styles());
   WriteSheetData(xml, sheet, used, tables);
   if (sheet.ProtectContents()) {
     xml.EmptyTag("sheetProtection", {{"sheet", 1}, {"objects", 1}, {"scenarios", 1}});
   }
+  if (sheet.AutoFilter()) xml.EmptyTag("autoFilter", {{"ref", PlainAddress(*sheet.AutoFilter())}});
   xml.EmptyTag("pageMargins", {{"left", 0.7},
                                {"right", 0.7},
                                {"top", 0.75},

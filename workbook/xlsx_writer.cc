@@ -28,8 +28,9 @@ PackageLayout MakeLayout(const Workbook& workbook) {
     entry.name = sheet->Name();
     if (sheet->Type() == SheetType::kWorksheet) {
       entry.kind = SheetKind::kWorksheet;
-      chart_counts.push_back(
-          static_cast<int>(static_cast<const Worksheet&>(*sheet).chart_objects().size()));
+      const auto& worksheet = static_cast<const Worksheet&>(*sheet);
+      chart_counts.push_back(static_cast<int>(worksheet.chart_objects().size()));
+      entry.filter = worksheet.AutoFilter();
     } else {
       entry.kind = SheetKind::kChartsheet;
       chart_counts.push_back(1);

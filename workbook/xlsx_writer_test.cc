@@ -8,6 +8,7 @@
 #include <pugixml.hpp>
 #include <regex>
 #include <sstream>
+#include <tuple>
 #include <vector>
 
 #include "source/runtime_failure.h"
@@ -256,6 +257,57 @@ TEST(XlsxWriterTest, PrintSettingsOfWorksheetsAndChartSheets) {
   EXPECT_THROW(fitted.SetZoom(5), RuntimeFailure);
   EXPECT_THROW(fitted.SetFitToPagesWide(-1), RuntimeFailure);
   EXPECT_THROW(report.HPageBreaks().Add(1), RuntimeFailure);
+}
+
+TEST(XlsxWriterTest, FrozenHeaderRowsAndFilters) {
+  ScratchDir dir;
+  Application app;
+  Workbook& book = app.Workbooks().Add();
+  Worksheet& plain = book.Worksheets()(1);
+  plain.SetName("Files");
+  plain.Cells(1, 1).SetValue("Source");
+  plain.FreezeTopRows(1);
+  plain.SetAutoFilter({1, 1, 4, 3});
+  Worksheet& quoted = book.Worksheets().Add(nullptr, &plain);
+  quoted.SetName("Marker Rows");
+  quoted.Cells(2, 2).SetValue(1);
+  quoted.FreezeTopRows(2);
+  quoted.SetAutoFilter({2, 2, 9, 7});
+  Worksheet& neither = book.Worksheets().Add(nullptr, &quoted);
+  neither.SetName("Notes");
+  neither.Cells(1, 1).SetValue("none");
+  plain.Activate();
+
+  const PackageMembers members = SaveAndRead(book, dir / "filters.xlsx");
+  ExpectValidPackage(members);
+  pugi::xml_document workbook;
+  ASSERT_TRUE(workbook.load_string(members.at("xl/workbook.xml").c_str()));
+  const pugi::xpath_node_set names = workbook.select_nodes("//definedName");
+  ASSERT_EQ(names.size(), 2u);
+  const std::pair<const char*, const char*> expected_names[] = {{"0", "Files!$A$1:$C$4"},
+                                                                {"1", "'Marker Rows'!$B$2:$G$9"}};
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const pugi::xml_node name = names[i].node();
+    EXPECT_STREQ(name.attribute("name").value(), "_xlnm._FilterDatabase");
+    EXPECT_STREQ(name.attribute("hidden").value(), "1");
+    EXPECT_STREQ(name.attribute("localSheetId").value(), expected_names[i].first);
+    EXPECT_STREQ(name.text().get(), expected_names[i].second);
+  }
+  // Sheet part, filter, frozen rows and the first row that scrolls.
+  const std::tuple<const char*, const char*, const char*, const char*> sheets[] = {
+      {"xl/worksheets/sheet1.xml", "A1:C4", "1", "A2"},
+      {"xl/worksheets/sheet2.xml", "B2:G9", "2", "A3"},
+      {"xl/worksheets/sheet3.xml", "", "", ""}};
+  for (const auto& [part, filter, split, top_left] : sheets) {
+    pugi::xml_document sheet;
+    ASSERT_TRUE(sheet.load_string(members.at(part).c_str()));
+    const pugi::xml_node root = sheet.child("worksheet");
+    EXPECT_STREQ(root.child("autoFilter").attribute("ref").value(), filter) << part;
+    const pugi::xml_node pane = root.child("sheetViews").child("sheetView").child("pane");
+    EXPECT_STREQ(pane.attribute("ySplit").value(), split) << part;
+    EXPECT_STREQ(pane.attribute("topLeftCell").value(), top_left) << part;
+    EXPECT_STREQ(pane.attribute("state").value(), *split ? "frozen" : "") << part;
+  }
 }
 
 TEST(XlsxWriterTest, SavingTwiceGivesTheSameBytes) {
