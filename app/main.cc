@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "app/commands.h"
+#include "app/heap_setup.h"
 
 int main(int argc, char** argv) {
   CLI::App cli{"Z4400 Converter: turns Z4400 instrument files (.xml, .csv) into workbooks."};
@@ -41,6 +42,7 @@ int main(int argc, char** argv) {
     return status == 0 ? 0 : 2;
   }
 
+  if (dump_path || batch) z4400::SetUpHeapForConversions();
   if (dump_path) return z4400::RunDump(*dump_path);
   if (batch) return z4400::RunBatch(batch_options);
   return z4400::LaunchWindow(batch_options.files, batch_options.settings_dir,

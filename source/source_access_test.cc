@@ -57,6 +57,37 @@ TEST(OpenSourceTest, FilesOnDisk) {
   EXPECT_EQ(reader.CsvValue("MODEL"), "Z4510");
 }
 
+TEST(OpenSourceTest, OneReaderReadsFileAfterFileOnDisk) {
+  ::z4400::testing::ScratchDir dir;
+  const auto write = [&](const char* name, const std::string& text) {
+    std::ofstream(dir / name, std::ios::binary) << text;
+    return (dir / name).string();
+  };
+  // A long file, a short one, a broken one: the reader keeps its memory
+  // from file to file, and each file answers for itself alone.
+  const std::string padding(200000, ' ');
+  const std::string large =
+      write("large.xml", XmlText(padding + XmlParameters({{"TITLE", "first"}, {"TP", "501"}})));
+  const std::string small = write("small.xml", XmlText(XmlParameters({{"TITLE", "second"}})));
+  const std::string broken = write("broken.xml", "<AnalyserData Model=\"Z4420\"><Parameter");
+  struct Case {
+    const std::string& path;
+    const char* title;
+    const char* points;
+  };
+  const Case cases[] = {{large, "first", "501"},
+                        {small, "second", ""},
+                        {broken, "", ""},  // nothing left of the file before
+                        {large, "first", "501"},
+                        {small, "second", ""}};
+  SourceReader reader;
+  for (const Case& c : cases) {
+    ASSERT_EQ(reader.OpenSource(c.path), 0) << c.path;
+    EXPECT_EQ(reader.FileParameter("TITLE"), c.title) << c.path;
+    EXPECT_EQ(reader.FileParameter("TP"), c.points) << c.path;
+  }
+}
+
 TEST(ScreenParameterTest, CsvTakesALaterScreensValueWhenMissing) {
   testing::Rows rows = CsvHeader("Z4510", 3);
   rows.insert(rows.end(), {"Context Nb,0", "CF,100", "Context Nb,1", "CF,200", "SP,5",

@@ -14,16 +14,40 @@ std::string LastThree(const std::string& path) {
   return path.size() <= 3 ? path : path.substr(path.size() - 3);
 }
 
+/// The size of the open file `in`, when it can be read whole.
+std::optional<size_t> ReadableSize(std::ifstream& in) {
+  if (!in) return std::nullopt;
+  const std::streamoff size = in.seekg(0, std::ios::end).tellg();
+  if (size < 0 || static_cast<uintmax_t>(size) > kMaxSourceBytes) return std::nullopt;
+  in.seekg(0);
+  return static_cast<size_t>(size);
+}
+
 /// The whole file, or nothing when it cannot be read.
 std::optional<std::string> ReadWholeFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary | std::ios::ate);
-  if (!in) return std::nullopt;
-  const std::streamoff size = in.tellg();
-  if (size < 0 || static_cast<uintmax_t>(size) > kMaxSourceBytes) return std::nullopt;
-  std::string bytes(static_cast<size_t>(size), '\0');
-  in.seekg(0);
-  if (!in.read(bytes.data(), size)) return std::nullopt;
+  std::ifstream in(path, std::ios::binary);
+  const std::optional<size_t> size = ReadableSize(in);
+  if (!size) return std::nullopt;
+  std::string bytes(*size, '\0');
+  if (!in.read(bytes.data(), static_cast<std::streamsize>(*size))) return std::nullopt;
   return bytes;
+}
+
+/// Reads the whole file into the XML source's buffer and parses it there;
+/// a file that cannot be read leaves an empty document.
+void LoadXmlFile(const std::string& path, XmlSource& xml) {
+  std::ifstream in(path, std::ios::binary);
+  const std::optional<size_t> size = ReadableSize(in);
+  if (!size) {
+    xml.Load({});
+    return;
+  }
+  const std::span<char> buffer = xml.Buffer(*size);
+  if (!in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()))) {
+    xml.Load({});
+    return;
+  }
+  xml.LoadBuffer();
 }
 
 }  // namespace
@@ -41,8 +65,15 @@ int16_t SourceReader::OpenSource(const std::string& path) {
     error_text_ = std::string(kFileTooLargeText);
     return -1;
   }
+  if (kind == "xml") {
+    source_kind_ = kind;
+    source_path_ = path;
+    grid_.Load({});
+    LoadXmlFile(path, xml_);
+    return 0;
+  }
   const std::optional<std::string> bytes = ReadWholeFile(path);
-  if (!bytes && kind == "csv") {
+  if (!bytes) {
     source_kind_ = kind;
     source_path_ = path;
     grid_.Load({});

@@ -1,5 +1,6 @@
 #include "source/xml_source.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace z4400 {
@@ -51,15 +52,31 @@ bool ParsePointNumber(const char* text, int limit, int& number) {
 
 }  // namespace
 
+std::span<char> XmlSource::Buffer(std::size_t size) {
+  document_.reset();  // it may point into the buffer
+  parsed_ = false;
+  if (size > capacity_) {
+    buffer_ = std::make_unique_for_overwrite<char[]>(size);
+    capacity_ = size;
+  }
+  size_ = size;
+  return {buffer_.get(), size};
+}
+
 void XmlSource::Load(std::string_view bytes) {
+  const std::span<char> buffer = Buffer(bytes.size());
+  std::copy(bytes.begin(), bytes.end(), buffer.begin());
+  LoadBuffer();
+}
+
+void XmlSource::LoadBuffer() {
   file_parameters_.clear();
   screen_parameters_.clear();
   markers_.clear();
   screen_tables_.clear();
   trace_table_count_ = 0;
   root_ = pugi::xml_node();
-  const pugi::xml_parse_result result = document_.load_buffer(bytes.data(), bytes.size());
-  parsed_ = static_cast<bool>(result);
+  parsed_ = size_ > 0 && static_cast<bool>(document_.load_buffer_inplace(buffer_.get(), size_));
   if (!parsed_) {
     document_.reset();  // a document that fails to load holds nothing
     return;

@@ -6,7 +6,10 @@
 #ifndef Z4400_SOURCE_XML_SOURCE_H_
 #define Z4400_SOURCE_XML_SOURCE_H_
 
+#include <cstddef>
+#include <memory>
 #include <pugixml.hpp>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -20,6 +23,14 @@ class XmlSource {
   /// DOCTYPE, no entity expansion). A document that does not parse is left
   /// empty, and every lookup then finds nothing.
   void Load(std::string_view bytes);
+
+  /// The source's own buffer, `size` bytes long, for the caller to fill
+  /// with a document and then parse with `LoadBuffer`: the bytes are held
+  /// once, parsed where they are. The current document is dropped; the
+  /// memory is kept from document to document.
+  std::span<char> Buffer(std::size_t size);
+  /// Parses the bytes of `Buffer` as `Load` does.
+  void LoadBuffer();
   /// True when the last Load parsed.
   bool Parsed() const { return parsed_; }
 
@@ -46,6 +57,9 @@ class XmlSource {
   using NodeIndex = std::unordered_map<std::string, pugi::xml_node>;
   void BuildIndexes();
 
+  std::unique_ptr<char[]> buffer_;  // the document's bytes, parsed in place
+  std::size_t capacity_ = 0;
+  std::size_t size_ = 0;
   pugi::xml_document document_;
   bool parsed_ = false;
   pugi::xml_node root_;

@@ -7,7 +7,7 @@
 namespace z4400 {
 
 Deflater::Deflater(int level)
-    : compressor_(libdeflate_alloc_compressor(std::clamp(level, 0, 12))) {}
+    : level_(std::clamp(level, 0, 12)), compressor_(libdeflate_alloc_compressor(level_)) {}
 
 Deflater::~Deflater() {
   if (compressor_ != nullptr) libdeflate_free_compressor(compressor_);

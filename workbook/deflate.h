@@ -22,6 +22,8 @@ class Deflater {
 
   /// False when the compressor could not be allocated (out of memory).
   bool ok() const { return compressor_ != nullptr; }
+  /// The level, after clamping.
+  int level() const { return level_; }
 
   /// Deflates `data` into the compressor's own buffer and points `*out` at
   /// the result, which stays valid until the next call. Returns false only
@@ -29,6 +31,7 @@ class Deflater {
   bool Compress(std::string_view data, std::string_view* out);
 
  private:
+  int level_;
   libdeflate_compressor* compressor_;
   std::unique_ptr<char[]> buffer_;
   size_t capacity_ = 0;

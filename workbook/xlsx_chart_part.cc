@@ -22,23 +22,23 @@ void WriteTitle(XmlWriter& xml, const Chart& chart) {
   xml.EndTag("c:title");
 }
 
-void WriteScatterChart(XmlWriter& xml, const Chart& chart) {
+void WriteScatterChart(XmlWriter& xml, const Chart& chart, NumberTexts& numbers) {
   const ScatterKind kind = ScatterKindOf(chart.ChartType());
   xml.StartTag("c:scatterChart");
   xml.EmptyTag("c:scatterStyle", {{"val", kind.smooth ? "smoothMarker" : "lineMarker"}});
   int index = 0;
   for (const auto& series : chart.SeriesCollection().items()) {
-    WriteSer(xml, *series, index++, kind);
+    WriteSer(xml, *series, index++, kind, numbers);
   }
   xml.EmptyTag("c:axId", {{"val", kXAxisId}});
   xml.EmptyTag("c:axId", {{"val", kYAxisId}});
   xml.EndTag("c:scatterChart");
 }
 
-void WritePlotArea(XmlWriter& xml, const Chart& chart) {
+void WritePlotArea(XmlWriter& xml, const Chart& chart, NumberTexts& numbers) {
   xml.StartTag("c:plotArea");
   xml.EmptyTag("c:layout");
-  WriteScatterChart(xml, chart);
+  WriteScatterChart(xml, chart, numbers);
   WriteValAxes(xml, chart);
   WriteShapeProperties(xml, AreaStyle(chart.PlotArea().Interior(), chart.PlotArea().Border()));
   xml.EndTag("c:plotArea");
@@ -79,8 +79,8 @@ std::string_view LegendPosition(int32_t position) {
   }
 }
 
-std::string WriteChartPart(const Chart& chart) {
-  XmlWriter xml;
+std::string WriteChartPart(const Chart& chart, NumberTexts& numbers, std::string buffer) {
+  XmlWriter xml(std::move(buffer));
   xml.StartTag(
       "c:chartSpace",
       {{"xmlns:c", "http://schemas.openxmlformats.org/drawingml/2006/chart"},
@@ -89,7 +89,7 @@ std::string WriteChartPart(const Chart& chart) {
   xml.EmptyTag("c:lang", {{"val", "en-US"}});
   xml.StartTag("c:chart");
   WriteTitle(xml, chart);
-  WritePlotArea(xml, chart);
+  WritePlotArea(xml, chart, numbers);
   WriteLegend(xml, chart);
   xml.EmptyTag("c:plotVisOnly", {{"val", 1}});
   // Empty cells leave a gap. The spreadsheet takes that for granted, other

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "workbook/chart.h"
+#include "workbook/number_texts.h"
 
 namespace z4400 {
 
@@ -17,8 +18,10 @@ std::string_view LegendPosition(int32_t position);
 
 /// The chart part. Every chart is written as an XY scatter chart in the
 /// drawing its chart type code asks for (see `ScatterKindOf`). Throws
-/// `RuntimeFailure` when a series refers to a sheet that is gone.
-std::string WriteChartPart(const Chart& chart);
+/// `RuntimeFailure` when a series refers to a sheet that is gone. The
+/// cached numbers are taken from `numbers`; the part is written into
+/// `buffer`, whose memory is reused (a part written before, handed back).
+std::string WriteChartPart(const Chart& chart, NumberTexts& numbers, std::string buffer = {});
 
 }  // namespace z4400
 

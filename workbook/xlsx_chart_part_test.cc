@@ -42,7 +42,8 @@ class ChartPartTest : public ::testing::Test {
 
   // The chart part, parsed.
   pugi::xml_document& Written() {
-    const std::string xml = WriteChartPart(*chart_);
+    NumberTexts numbers;
+    const std::string xml = WriteChartPart(*chart_, numbers);
     EXPECT_TRUE(document_.load_string(xml.c_str())) << xml;
     return document_;
   }
@@ -232,7 +233,8 @@ TEST_F(ChartPartTest, OddValuesStayWithinTheFileFormat) {
   x.SetMaximumScale(std::numeric_limits<double>::infinity());
   x.SetMajorUnit(std::numeric_limits<double>::infinity());
   chart_->Axes(kXlValue).SetCrossesAt(std::numeric_limits<double>::quiet_NaN());
-  const std::string part = WriteChartPart(*chart_);
+  NumberTexts numbers;
+  const std::string part = WriteChartPart(*chart_, numbers);
   EXPECT_EQ(part.find("NaN"), std::string::npos);
   EXPECT_EQ(part.find("INF"), std::string::npos);
   pugi::xml_document xml;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <string>
 
 #include "workbook/cell_address.h"
@@ -114,19 +115,21 @@ void WriteDLbls(XmlWriter& xml, const Series& series) {
 // The cached numbers of a reference or the numbers of a literal: every
 // number or date becomes a point; text, booleans and empty cells leave a
 // gap, as they do on the spreadsheet's chart.
-void WritePoints(XmlWriter& xml, const ValueArray& values) {
+void WritePoints(XmlWriter& xml, const ValueArray& values, NumberTexts& numbers) {
   std::string& out = xml.raw();
   out += "<c:formatCode>General</c:formatCode><c:ptCount val=\"";
   out += std::to_string(values.UBound());
   out += "\"/>";
-  char buffer[kNumberBufferSize];
+  // About 40 bytes a point, so that the part grows once for the whole cache.
+  out.reserve(out.size() + 40 * values.values().size());
+  char index_text[16];
   int index = 0;
   for (const CellValue& value : values.values()) {
     if (value.IsNumber() || value.IsDate()) {
       out += "<c:pt idx=\"";
-      out += std::to_string(index);
+      out.append(index_text, std::to_chars(index_text, index_text + sizeof index_text, index).ptr);
       out += "\"><c:v>";
-      out += FormatNumber(value.Number(), buffer);
+      out += numbers.Text(value.Number());
       out += "</c:v></c:pt>";
     }
     ++index;
@@ -134,19 +137,20 @@ void WritePoints(XmlWriter& xml, const ValueArray& values) {
 }
 
 void WriteNumData(XmlWriter& xml, std::string_view element,
-                  const std::optional<SeriesSource>& source, const ValueArray& values) {
+                  const std::optional<SeriesSource>& source, const ValueArray& values,
+                  NumberTexts& numbers) {
   if (!source) return;
   xml.StartTag(element);
   if (source->IsReference()) {
     xml.StartTag("c:numRef");
     xml.DataElement("c:f", SheetReference(source->sheet, source->area));
     xml.StartTag("c:numCache");
-    WritePoints(xml, values);
+    WritePoints(xml, values, numbers);
     xml.EndTag("c:numCache");
     xml.EndTag("c:numRef");
   } else {
     xml.StartTag("c:numLit");
-    WritePoints(xml, values);
+    WritePoints(xml, values, numbers);
     xml.EndTag("c:numLit");
   }
   xml.EndTag(element);
@@ -229,7 +233,8 @@ std::string_view MarkerSymbol(int32_t marker_style, int series_index) {
   }
 }
 
-void WriteSer(XmlWriter& xml, const Series& series, int series_index, const ScatterKind& kind) {
+void WriteSer(XmlWriter& xml, const Series& series, int series_index, const ScatterKind& kind,
+              NumberTexts& numbers) {
   xml.StartTag("c:ser");
   xml.EmptyTag("c:idx", {{"val", series_index}});
   xml.EmptyTag("c:order", {{"val", series_index}});
@@ -252,8 +257,8 @@ void WriteSer(XmlWriter& xml, const Series& series, int series_index, const Scat
   WriteDLbls(xml, series);
   const auto& x_source = series.XValuesSource();
   const auto& y_source = series.ValuesSource();
-  WriteNumData(xml, "c:xVal", x_source, x_source ? series.XValues() : ValueArray());
-  WriteNumData(xml, "c:yVal", y_source, y_source ? series.Values() : ValueArray());
+  WriteNumData(xml, "c:xVal", x_source, x_source ? series.XValues() : ValueArray(), numbers);
+  WriteNumData(xml, "c:yVal", y_source, y_source ? series.Values() : ValueArray(), numbers);
   if (kind.smooth) xml.EmptyTag("c:smooth", {{"val", 1}});
   xml.EndTag("c:ser");
 }

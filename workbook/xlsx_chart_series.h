@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "workbook/cell_address.h"
+#include "workbook/number_texts.h"
 #include "workbook/series.h"
 #include "workbook/xml_writer.h"
 
@@ -37,9 +38,11 @@ std::string_view MarkerSymbol(int32_t marker_style, int series_index);
 /// ("'Raw Data'!$F$12:$F$412", quotes in the name doubled).
 std::string SheetReference(std::string_view sheet, const CellArea& area);
 
-/// Writes series `series_index` (from 0) of a chart of kind `kind`.
-/// Throws `RuntimeFailure` when a series refers to a sheet that is gone.
-void WriteSer(XmlWriter& xml, const Series& series, int series_index, const ScatterKind& kind);
+/// Writes series `series_index` (from 0) of a chart of kind `kind`, its
+/// cached numbers taken from `numbers`. Throws `RuntimeFailure` when a
+/// series refers to a sheet that is gone.
+void WriteSer(XmlWriter& xml, const Series& series, int series_index, const ScatterKind& kind,
+              NumberTexts& numbers);
 
 }  // namespace z4400
 

@@ -49,6 +49,13 @@ UsedArea FindUsedArea(const CellGrid& grid) {
   return area;
 }
 
+// Room for the part: the markup around the cells, about 40 bytes a row and
+// 32 a cell (address, style, value), so that a part of numbers is written
+// without growing.
+std::size_t EstimatedPartSize(const CellGrid& grid) {
+  return 4096 + 40 * static_cast<std::size_t>(grid.RowCount()) + 32 * grid.CountUsed();
+}
+
 void AppendInt(std::string& out, long long value) {
   char buffer[24];
   const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
@@ -151,7 +158,6 @@ void WriteSheetData(XmlWriter& xml, const Worksheet& sheet, const UsedArea& used
   }
   XlsxStyles& styles = tables.styles();
   std::string& out = xml.raw();
-  char number[kNumberBufferSize];
   char row_text[16];
   int span_block = -1;
   std::pair<int, int> span;
@@ -212,7 +218,7 @@ void WriteSheetData(XmlWriter& xml, const Worksheet& sheet, const UsedArea& used
             out += " t=\"e\"><v>#NUM!";  // what the spreadsheet shows for it
           } else {
             out += "><v>";
-            out += FormatNumber(cell.number(), number);
+            out += tables.numbers().Text(cell.number());
           }
           break;
       }
@@ -244,14 +250,15 @@ int CellTables::SharedString(TextId id) {
 }
 
 std::string WriteSheetPart(const Worksheet& sheet, CellTables& tables, bool selected,
-                           bool has_drawing) {
-  XmlWriter xml;
+                           bool has_drawing, std::string buffer) {
+  const UsedArea used = FindUsedArea(sheet.grid());
+  buffer.reserve(EstimatedPartSize(sheet.grid()));
+  XmlWriter xml(std::move(buffer));
   xml.StartTag(
       "worksheet",
       {{"xmlns", "http://schemas.openxmlformats.org/spreadsheetml/2006/main"},
        {"xmlns:r", "http://schemas.openxmlformats.org/officeDocument/2006/relationships"}});
   WriteWorksheetPr(xml, sheet.PageSetup());
-  const UsedArea used = FindUsedArea(sheet.grid());
   WriteDimension(xml, used);
   WriteSheetViews(xml, sheet, selected);
   xml.EmptyTag("sheetFormatPr", {{"defaultRowHeight", 15}});

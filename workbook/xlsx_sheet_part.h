@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "workbook/number_texts.h"
 #include "workbook/string_table.h"
 #include "workbook/worksheet.h"
 #include "workbook/xlsx_shared_strings.h"
@@ -19,9 +20,10 @@ namespace z4400 {
 /// character (8.43 is stored as 9.140625).
 double StoredColumnWidth(double characters);
 
-/// What the worksheets of one workbook share while they are written: the
-/// cell texts become shared strings (in order of first use) and the cell
-/// styles become cell formats.
+/// What the parts of one workbook share while they are written: the cell
+/// texts become shared strings (in order of first use), the cell styles
+/// become cell formats, and each number is formatted once for the cells and
+/// the chart caches.
 class CellTables {
  public:
   CellTables(const StringTable& texts, XlsxStyles& styles) : texts_(texts), styles_(styles) {}
@@ -29,20 +31,23 @@ class CellTables {
   /// The shared-string index of workbook text `id`.
   int SharedString(TextId id);
   XlsxStyles& styles() { return styles_; }
+  NumberTexts& numbers() { return numbers_; }
   const SharedStrings& shared_strings() const { return shared_; }
 
  private:
   const StringTable& texts_;
   XlsxStyles& styles_;
   SharedStrings shared_;
+  NumberTexts numbers_;
   std::vector<int> index_of_text_;  // text id → shared index, -1 before first use
 };
 
 /// Writes the worksheet part. `selected` marks the sheet shown when the
 /// workbook opens; `has_drawing` adds `<drawing r:id="rId1"/>` (the
-/// sheet's only relationship).
+/// sheet's only relationship). The part is written into `buffer`, whose
+/// memory is reused (a part written before, handed back).
 std::string WriteSheetPart(const Worksheet& sheet, CellTables& tables, bool selected,
-                           bool has_drawing);
+                           bool has_drawing, std::string buffer = {});
 
 }  // namespace z4400
 

@@ -1,11 +1,14 @@
 #include "workbook/xlsx_writer.h"
 
+#include <algorithm>
 #include <exception>
+#include <memory>
 #include <vector>
 
 #include "source/runtime_failure.h"
 #include "workbook/atomic_file.h"
 #include "workbook/chart_sheet.h"
+#include "workbook/deflate.h"
 #include "workbook/workbook.h"
 #include "workbook/worksheet.h"
 #include "workbook/xlsx_chart_part.h"
@@ -45,9 +48,27 @@ PackageLayout MakeLayout(const Workbook& workbook) {
   return layout;
 }
 
+/// The memory one thread's saves reuse from workbook to workbook: the
+/// buffer the sheets and charts are written into, as large as the largest
+/// part so far.
+std::string& PartBuffer() {
+  thread_local std::string buffer;
+  return buffer;
+}
+
+/// The compressor of one thread's saves at `level`, kept for the next save.
+Deflater& SaveDeflater(int level) {
+  thread_local std::unique_ptr<Deflater> deflater;
+  if (!deflater || deflater->level() != std::clamp(level, 0, 12)) {
+    deflater = std::make_unique<Deflater>(level);
+  }
+  return *deflater;
+}
+
 // The sheets, their drawings and their charts; fills `tables`.
 bool WriteSheets(const Workbook& workbook, const PackageLayout& layout, CellTables& tables,
                  const XlsxPartSink& sink) {
+  std::string& buffer = PartBuffer();
   for (std::size_t i = 0; i < layout.sheets.size(); ++i) {
     const SheetLayout& entry = layout.sheets[i];
     const Sheet& sheet = *workbook.sheets()[i];
@@ -57,7 +78,8 @@ bool WriteSheets(const Workbook& workbook, const PackageLayout& layout, CellTabl
     std::vector<const Chart*> charts;
     if (entry.kind == SheetKind::kWorksheet) {
       const auto& worksheet = static_cast<const Worksheet&>(sheet);
-      if (!sink(part, WriteSheetPart(worksheet, tables, selected, has_drawing))) return false;
+      buffer = WriteSheetPart(worksheet, tables, selected, has_drawing, std::move(buffer));
+      if (!sink(part, buffer)) return false;
       if (has_drawing &&
           !sink(DrawingPartName(entry.drawing_number), WriteWorksheetDrawing(worksheet))) {
         return false;
@@ -76,7 +98,8 @@ bool WriteSheets(const Workbook& workbook, const PackageLayout& layout, CellTabl
       return false;
     }
     for (std::size_t k = 0; k < charts.size(); ++k) {
-      if (!sink(ChartPartName(entry.chart_numbers[k]), WriteChartPart(*charts[k]))) return false;
+      buffer = WriteChartPart(*charts[k], tables.numbers(), std::move(buffer));
+      if (!sink(ChartPartName(entry.chart_numbers[k]), buffer)) return false;
     }
   }
   return true;
@@ -111,7 +134,7 @@ bool SaveXlsx(const Workbook& workbook, const std::filesystem::path& path, std::
 bool SaveXlsx(const Workbook& workbook, const std::filesystem::path& path,
               const XlsxOptions& options, std::string* error) {
   const auto write = [&](const std::filesystem::path& temporary) {
-    ZipWriter zip(temporary, options.compression_level);
+    ZipWriter zip(temporary, SaveDeflater(options.compression_level));
     try {
       const auto add = [&](std::string_view name, std::string_view bytes) {
         return zip.AddMember(name, bytes);

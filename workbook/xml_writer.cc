@@ -156,6 +156,11 @@ void AppendEscaped(std::string& out, std::string_view text, bool attribute) {
 
 XmlWriter::XmlWriter() { out_.append(kDeclaration); }
 
+XmlWriter::XmlWriter(std::string buffer) : out_(std::move(buffer)) {
+  out_.clear();
+  out_.append(kDeclaration);
+}
+
 void XmlWriter::AppendAttributes(XmlAttributes attributes) {
   for (const XmlAttribute& attribute : attributes) {
     out_ += ' ';

@@ -67,6 +67,9 @@ void AppendEscaped(std::string& out, std::string_view text, bool attribute);
 class XmlWriter {
  public:
   XmlWriter();
+  /// Writes into `buffer`, emptied first: a part written before can hand
+  /// its memory to the next one.
+  explicit XmlWriter(std::string buffer);
 
   /// `<name a="v" …>`
   void StartTag(std::string_view name, XmlAttributes attributes = {});

@@ -101,6 +101,11 @@ TEST(XmlWriterTest, ElementsAndAttributes) {
   const std::string part = writer.Release();
   EXPECT_TRUE(writer.str().empty());
   EXPECT_FALSE(part.empty());
+
+  // A part written into the memory of the one before starts afresh.
+  XmlWriter next{std::string(part)};
+  next.EmptyTag("x");
+  EXPECT_EQ(next.str(), "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<x/>");
 }
 
 // True when `text` is UTF-8 holding only characters XML allows (pugixml

@@ -51,7 +51,17 @@ std::FILE* OpenForWriting(const std::filesystem::path& path) {
 ZipWriter::ZipWriter(const std::filesystem::path& path, int level)
     : path_(path),
       file_(OpenForWriting(path), &std::fclose),
-      deflater_(std::make_unique<Deflater>(level)) {
+      own_deflater_(std::make_unique<Deflater>(level)),
+      deflater_(own_deflater_.get()) {
+  Start();
+}
+
+ZipWriter::ZipWriter(const std::filesystem::path& path, Deflater& deflater)
+    : path_(path), file_(OpenForWriting(path), &std::fclose), deflater_(&deflater) {
+  Start();
+}
+
+void ZipWriter::Start() {
   if (!file_) {
     Fail("Cannot create " + path_.string() + ": " + std::strerror(errno));
     return;

@@ -33,6 +33,9 @@ class ZipWriter {
   /// Creates (or truncates) `path`. `level` is a deflate level from 0
   /// (stored, still deflate-framed) to 12; values outside are clamped.
   explicit ZipWriter(const std::filesystem::path& path, int level = kDefaultLevel);
+  /// The same with a compressor of the caller's, so that its memory serves
+  /// one archive after another; it must outlive the writer.
+  ZipWriter(const std::filesystem::path& path, Deflater& deflater);
   ~ZipWriter();
   ZipWriter(const ZipWriter&) = delete;
   ZipWriter& operator=(const ZipWriter&) = delete;
@@ -63,12 +66,14 @@ class ZipWriter {
     uint16_t flags = 0;
   };
 
+  void Start();
   bool Fail(std::string message);
   bool Write(std::string_view bytes);
 
   std::filesystem::path path_;
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
-  std::unique_ptr<Deflater> deflater_;
+  std::unique_ptr<Deflater> own_deflater_;  // when the caller gave none
+  Deflater* deflater_;
   std::vector<Entry> entries_;
   std::string header_;  // scratch for one local header
   uint64_t offset_ = 0;
