@@ -1,17 +1,24 @@
-// z4400conv --batch: the conversion of the Start button without a window.
+// z4400conv --batch: converts files and folders without a window.
+#include <pthread.h>
 #include <unistd.h>
 
-#include <exception>
+#include <atomic>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <iostream>
 #include <system_error>
+#include <thread>
 
+#include "app/batch_report.h"
+#include "app/batch_sources.h"
 #include "app/commands.h"
-#include "driver/console_ui.h"
-#include "driver/converter.h"
-#include "driver/file_list.h"
+#include "app/interrupt_watch.h"
+#include "app/summary_file.h"
+#include "driver/batch_runner.h"
 #include "driver/settings_file.h"
-#include "driver/workbook_stages.h"
+#include "workbook/application.h"
 
 namespace z4400 {
 namespace {
@@ -21,82 +28,87 @@ constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 constexpr int kExitStopped = 3;
 
-/// A file argument as the list takes it: absolute, with "." and ".."
-/// resolved, so that the output name is formed from the file's own name.
-std::string ListedPath(const std::string& argument) {
-  std::error_code error;
-  const std::filesystem::path absolute = std::filesystem::absolute(argument, error);
-  if (error) return argument;
-  return absolute.lexically_normal().string();
-}
-
-std::string CurrentFolder() {
-  std::error_code error;
-  const std::filesystem::path folder = std::filesystem::current_path(error);
-  return error ? std::string() : folder.string();
+int DefaultJobs() {
+  const unsigned cores = std::thread::hardware_concurrency();
+  return cores == 0 ? 1 : static_cast<int>(cores);
 }
 
 }  // namespace
 
 int RunBatch(const BatchOptions& options) {
-  ConsoleUi ui(std::cerr, ::isatty(STDERR_FILENO) == 1, options.overwrite, CurrentFolder());
+  const bool terminal = ::isatty(STDERR_FILENO) == 1;
+  const auto note = [](const std::string& text) { std::cerr << "z4400conv: " << text << "\n"; };
   if (options.files.empty()) {
-    ui.Note("--batch needs at least one FILE to convert (see --help)");
+    note("--batch needs at least one FILE or DIR to convert (see --help)");
+    return kExitUsage;
+  }
+  if (options.jobs && *options.jobs < 1) {
+    note("--jobs needs a number of 1 or more");
     return kExitUsage;
   }
   const std::filesystem::path settings_folder =
       options.settings_dir ? std::filesystem::path(*options.settings_dir) : ProgramFolder();
-  std::string output_directory;
-  if (options.output_dir) {
-    std::error_code error;
-    if (!std::filesystem::is_directory(*options.output_dir, error)) {
-      ui.Note("--output-dir " + *options.output_dir + ": no such folder");
+  std::error_code error;
+  if (options.settings_dir && !std::filesystem::is_directory(settings_folder, error)) {
+    note(std::string(kMissingFolderMessage) + " (--settings-dir " + *options.settings_dir + ")");
+    return kExitUsage;
+  }
+  if (options.output_dir && !std::filesystem::is_directory(*options.output_dir, error)) {
+    note("--output-dir " + *options.output_dir + ": no such folder");
+    return kExitUsage;
+  }
+  std::optional<SummaryFile> summary;
+  if (options.summary) {
+    if (const std::string refusal = SummaryFile::Refusal(*options.summary); !refusal.empty()) {
+      note(refusal);
       return kExitUsage;
     }
-    output_directory = ListedPath(*options.output_dir);
+    summary.emplace(*options.summary);
   }
-  const std::string version =
-      options.excel_version ? std::to_string(*options.excel_version) + ".0" : kDefaultVersion;
 
-  Converter converter(ui, settings_folder, WorkbookStagesFactory(version));
-  converter.SetFinishPause(0);
-  converter.InitDefaults();
-  {
-    std::error_code error;
-    if (options.settings_dir && !std::filesystem::is_directory(settings_folder, error)) {
-      converter.LoadSettings();  // shows "Can not find Directory."
-      return kExitUsage;
-    }
-  }
-  converter.LoadSettings();
-
-  for (const std::string& file : options.files) {
-    const std::string path = ListedPath(file);
-    if (!IsAcceptedKind(SourceKindOf(path))) {
-      ui.Note("skipped " + file + ": not an .xml or .csv file");
-      continue;
-    }
-    converter.AddFile(path);
-  }
-  if (converter.files().FileCount() == 0) {
-    ui.Note("no .xml or .csv file to convert");
+  const BatchSources sources = CollectSources(options.files, options.output_dir);
+  for (const std::string& skipped : sources.skipped) note(skipped);
+  bool any_source = false;
+  for (const BatchEntry& entry : sources.entries) any_source = any_source || entry.Refusal.empty();
+  if (!any_source) {
+    for (const BatchEntry& entry : sources.entries) note(entry.Name + ": " + entry.Refusal);
+    note("no .xml or .csv file found");
     return kExitUsage;
   }
 
-  const bool use_output_directory =
-      options.output_dir ? true : converter.settings().UseOutputDirectory != 0;
-  if (!options.output_dir) output_directory = converter.settings().OutputDirectory;
-  int32_t result = 0;
-  try {
-    result = converter.StartConversion(output_directory, use_output_directory);
-  } catch (const std::exception& failure) {
-    // Debug mode lets run-time failures through the driver.
-    ui.Note(std::string("run-time failure: ") + failure.what());
-    return kExitFailed;
+  BatchConfig config;
+  config.SettingsFolder = settings_folder;
+  config.Version =
+      options.excel_version ? std::to_string(*options.excel_version) + ".0" : kDefaultVersion;
+  config.Overwrite = options.overwrite;
+  config.KeepGoing = options.keep_going;
+  config.Jobs = options.jobs ? *options.jobs : DefaultJobs();
+  BatchRunner runner(config);
+  BatchReport report(std::cout, std::cerr, terminal, options.verbosity, sources.entries);
+  BatchTotals totals;
+  {
+    const InterruptWatch watch([&runner] { runner.Interrupt(); });
+    totals = runner.Run(sources.entries, [&](const FileReport& file) {
+      report.File(file);
+      if (summary) summary->Add(file);
+    });
   }
-  if (converter.ProgramEnded()) return kExitFailed;
-  if (result == 0) return kExitConverted;
-  return result == kStoppedQuietly ? kExitStopped : kExitFailed;
+  if (totals.Interrupted) {
+    report.Note(
+        totals.InterruptedName +
+        ": interrupted before its workbook was saved; the workbooks finished before it are kept");
+  }
+  bool summary_written = true;
+  if (summary) {
+    std::string why;
+    summary_written = summary->Write(&why);
+    if (!summary_written) report.Note(summary->path() + ": the summary cannot be written: " + why);
+  }
+  report.Finish(totals);
+  if (totals.Interrupted) return kExitInterrupted;
+  if (totals.Failed > 0 || !summary_written) return kExitFailed;
+  if (totals.Stopped > 0) return kExitStopped;
+  return kExitConverted;
 }
 
 }  // namespace z4400

@@ -4,6 +4,7 @@
 // read as one JSON document. Needs neither a display nor a workbook.
 #include <iostream>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "app/commands.h"
 #include "source/runtime_failure.h"
@@ -131,9 +132,8 @@ ordered_json ToJson(const SourceReader& reader, int screen, const ScreenRead& re
           {"MarkersInfo", ToJson(read.Markers)}};
 }
 
-}  // namespace
-
-int RunDump(const std::string& path) {
+/// The document of one file, or its reason on stderr (naming it) and null.
+std::optional<ordered_json> Document(const std::string& path, bool name_file) {
   SourceReader reader;
   WholeSource whole;
   try {
@@ -142,18 +142,41 @@ int RunDump(const std::string& path) {
     whole.Error = std::string("Run-time failure: ") + failure.what();
   }
   if (!whole.Error.empty()) {
-    std::cerr << whole.Error << "\n";
-    return 1;
+    std::cerr << "z4400conv: " << path << ": " << whole.Error << "\n";
+    return std::nullopt;
   }
   ordered_json screens = ordered_json::array();
   for (size_t s = 0; s < whole.Screens.size(); ++s) {
     screens.push_back(ToJson(reader, static_cast<int>(s), whole.Screens[s]));
   }
-  const ordered_json document = {{"GeneralInfo", ToJson(whole.Info)},
-                                 {"Screens", std::move(screens)}};
-  std::cout << document.dump(2, ' ', false, ordered_json::error_handler_t::replace) << "\n";
+  ordered_json document;
+  if (name_file) document["File"] = path;
+  document["GeneralInfo"] = ToJson(whole.Info);
+  document["Screens"] = std::move(screens);
+  return document;
+}
+
+}  // namespace
+
+int RunDump(const std::vector<std::string>& paths) {
+  if (paths.empty()) {
+    std::cerr << "z4400conv: --dump needs at least one FILE (see --help)\n";
+    return 2;
+  }
+  const bool lines = paths.size() > 1;
+  int status = 0;
+  for (const std::string& path : paths) {
+    const std::optional<ordered_json> document = Document(path, lines);
+    if (!document) {
+      status = 1;
+      continue;
+    }
+    // One file: an indented document; several: JSON Lines.
+    std::cout << document->dump(lines ? -1 : 2, ' ', false, ordered_json::error_handler_t::replace)
+              << "\n";
+  }
   std::cout.flush();
-  return std::cout.good() ? 0 : 1;
+  return std::cout.good() ? status : 1;
 }
 
 }  // namespace z4400

@@ -25,7 +25,9 @@ Worksheet& AsWorksheet(Sheet& sheet) {
 void CreateResultSheets(Application& application, const std::string& output_file_name) {
   Workbook& workbook = application.ActiveWorkbook();
   application.SetDisplayAlerts(false);
-  workbook.SaveAs(output_file_name);
+  // The output was checked free (or emptied with the user's consent) when it
+  // was named; a file that appeared since then is not replaced.
+  workbook.SaveAsNew(output_file_name);
   application.SetDisplayAlerts(true);
   application.SetDisplayStatusBar(true);
   application.SetStatusBar(kCreatingSheetsStatus);

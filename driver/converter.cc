@@ -116,6 +116,7 @@ int32_t Converter::ConvertAllFiles() {
   for (;;) {
     const int16_t result = ConvertFile();
     if (result != 0) return result;
+    if (!go_on_) return kStoppedQuietly;
     const int index = files_.CurrentIndex() + 1;
     files_.SetCurrentIndex(index);
     // The counter lands on exactly index × 50 whatever the file announced.
@@ -149,24 +150,44 @@ void Converter::FinishRun() {
 int16_t Converter::ConvertFile() {
   ConversionJob job;
   Flow flow = Flow::kReturn;
+  std::string failure_detail;
+  go_on_ = true;
   if (settings_.DebugMode != 0) {
     flow = ConvertFileSteps(job);
   } else {
     try {
       flow = ConvertFileSteps(job);
-    } catch (const std::exception&) {
+    } catch (const std::exception& failure) {
+      failure_detail = failure.what();
       flow = Flow::kFailed;
     }
   }
   switch (flow) {
     case Flow::kFailed:
-      return EndFile(job, Ending::kFailure);
+      EndFile(job, Ending::kFailure);
+      break;
     case Flow::kCancelled:
-      return EndFile(job, Ending::kCancel);
+      EndFile(job, Ending::kCancel);
+      break;
     case Flow::kReturn:
       break;
   }
+  go_on_ = Report(job, failure_detail);
   return job.Result;
+}
+
+bool Converter::Report(const ConversionJob& job, const std::string& failure_detail) {
+  if (!observer_) return true;
+  FileOutcome outcome;
+  outcome.ListIndex = files_.CurrentIndex();
+  outcome.SourcePath = job.SourcePath;
+  if (!job.OutputPath.empty()) {
+    outcome.WorkbookPath = job.OutputPath + "." + OutputKindFor(job.SpreadsheetVersion).extension;
+  }
+  outcome.Result = job.Result;
+  if (job.Result != 0 && job.Result != kStoppedQuietly) outcome.ErrorText = run_.ErrorText;
+  outcome.FailureDetail = failure_detail;
+  return observer_(outcome);
 }
 
 Converter::Flow Converter::ConvertFileSteps(ConversionJob& job) {

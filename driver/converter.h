@@ -43,6 +43,20 @@ inline constexpr char kExitFromApplication[] = "Exit from the application";
 /// CR CR and the error text.
 std::string FailureMessage(const std::string& error_text);
 
+/// What became of one file of a run, as `ConvertFile` ended it.
+struct FileOutcome {
+  int ListIndex = 0;          ///< its index in the source-file list
+  std::string SourcePath;     ///< empty when no source was chosen
+  std::string WorkbookPath;   ///< the workbook's full path; empty when none was named
+  int16_t Result = 0;         ///< the result `ConvertFile` returns
+  std::string ErrorText;      ///< the error text of the failure message
+  std::string FailureDetail;  ///< what a run-time failure said; empty when none
+};
+
+/// Told of every file `ConvertFile` ends, before it returns; returns false
+/// to end the run after this file (the rest of the list is not converted).
+using FileObserver = std::function<bool(const FileOutcome&)>;
+
 /// The driver with the state it owns. In debug mode (settings line 4 = 1)
 /// run-time failures are not caught: `StartConversion`, `ConvertAllFiles`
 /// and `ConvertFile` then let RuntimeFailure (and any other exception of a
@@ -89,7 +103,8 @@ class Converter {
   int32_t StartConversion(const std::string& output_directory, bool use_output_directory);
   /// `ConvertAllFiles`: converts the listed files in order from index 0;
   /// the first non-zero file result stops the loop and is returned. After
-  /// the last file the list is cleared and 0 returned.
+  /// the last file the list is cleared and 0 returned. A file observer that
+  /// ends the run after a converted file makes it return `kStoppedQuietly`.
   int32_t ConvertAllFiles();
   /// `ConvertFile`: the file at the current index (or the one the open
   /// dialog chooses when the list is empty). Returns 0 when converted, -1
@@ -107,6 +122,8 @@ class Converter {
   /// Pause of `FinishRun` before the progress goes back to 0 (0.5 s; the
   /// batch command sets 0: nobody watches its progress bar).
   void SetFinishPause(double seconds) { finish_pause_seconds_ = seconds; }
+  /// Sets the observer told of each file's outcome (empty: none).
+  void SetFileObserver(FileObserver observer) { observer_ = std::move(observer); }
 
   Settings& settings() { return settings_; }
   const Settings& settings() const { return settings_; }
@@ -127,6 +144,8 @@ class Converter {
   Flow ConvertScreen(ConversionJob& job);
   /// Step F (failure) and step C (end after failure or cancel).
   int16_t EndFile(ConversionJob& job, Ending ending);
+  /// Tells the observer how `job` ended; false when it ends the run.
+  bool Report(const ConversionJob& job, const std::string& failure_detail);
   /// The cancel test after a stage marked (c).
   bool CancelRequested() const { return run_.CancelRequest == kCancelRequested; }
   /// Shows the file list in the list box.
@@ -139,6 +158,9 @@ class Converter {
   StatusLine status_;
   std::unique_ptr<ConversionStages> stages_;
   double finish_pause_seconds_ = 0.5;
+  FileObserver observer_;
+  /// Cleared when the observer ended the run after the current file.
+  bool go_on_ = true;
 };
 
 }  // namespace z4400

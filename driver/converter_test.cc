@@ -488,6 +488,66 @@ TEST(ConverterTest, LogOfARun) {
   EXPECT_EQ(last.substr(last.size() - 71), std::string(kLogRunSeparator) + "\r");
 }
 
+TEST(ConverterTest, TheFileObserverHearsOfEveryFileAndMayEndTheRun) {
+  struct Case {
+    const char* name;
+    std::string fail_stage, throw_stage, error_text;
+    int stop_after;  ///< the observer ends the run after this file (0: never)
+    std::vector<int16_t> results;
+    std::vector<std::string> details;
+    int32_t returned;
+  };
+  const std::string failure = "scripted failure in AddTraceSeries";
+  for (const Case& c : std::vector<Case>{
+           {"all converted", "", "", "", 0, {0, 0, 0}, {"", "", ""}, 0},
+           {"ended by the observer", "", "", "", 2, {0, 0}, {"", ""}, kStoppedQuietly},
+           {"a stage fails", "ReadGeneralInfo", "", "Not MQD data.", 0, {1}, {""}, 1},
+           {"a run-time failure", "", "AddTraceSeries", "", 0, {1}, {failure}, 1},
+       }) {
+    SCOPED_TRACE(c.name);
+    Fixture f;
+    f.script.fail_stage = c.fail_stage;
+    f.script.throw_stage = c.throw_stage;
+    f.script.error_text = c.error_text;
+    f.List(3);
+    std::vector<FileOutcome> outcomes;
+    f.converter.SetFileObserver([&](const FileOutcome& outcome) {
+      outcomes.push_back(outcome);
+      return static_cast<int>(outcomes.size()) != c.stop_after;
+    });
+    EXPECT_EQ(f.Start(), c.returned);
+    ASSERT_EQ(outcomes.size(), c.results.size());
+    for (size_t i = 0; i < outcomes.size(); ++i) {
+      const std::string source = "/data/file" + std::to_string(i + 1) + ".xml";
+      EXPECT_EQ(outcomes[i].ListIndex, static_cast<int>(i));
+      EXPECT_EQ(outcomes[i].SourcePath, source);
+      EXPECT_EQ(outcomes[i].Result, c.results[i]);
+      EXPECT_EQ(outcomes[i].ErrorText, c.results[i] == 0 ? "" : c.error_text);
+      EXPECT_EQ(outcomes[i].FailureDetail, c.details[i]);
+      const bool named = c.fail_stage != "ReadGeneralInfo";
+      EXPECT_EQ(outcomes[i].WorkbookPath,
+                named ? (f.scratch / ("file" + std::to_string(i + 1) + ".xlsx")).string() : "");
+    }
+    EXPECT_EQ(f.Count("OpenSource /data/file3.xml"), c.returned == 0 ? 1 : 0);
+  }
+}
+
+TEST(ConverterTest, ALogSinkTakesTheLinesOfTheLog) {
+  Fixture f;
+  f.converter.settings().LogEnabled = 1;
+  std::vector<std::string> lines;
+  f.converter.status().SetLogSink([&lines](const std::string& line) { lines.push_back(line); });
+  f.script.screens = 0;
+  f.List(1);
+  f.Start();
+  EXPECT_FALSE(std::filesystem::exists(f.scratch / kLogFileName));
+  ASSERT_GE(lines.size(), 3u);
+  // "date time text", without a line end.
+  EXPECT_EQ(lines.front().substr(20), "Analyzing the source file");
+  EXPECT_EQ(lines.back().substr(20), kLogRunSeparator);
+  EXPECT_EQ(lines.back().find('\r'), std::string::npos);
+}
+
 TEST(ConverterTest, SettingsAndListOperations) {
   Fixture f;
   f.converter.LoadSettings();

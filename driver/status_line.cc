@@ -48,6 +48,8 @@ std::string LogLineText(std::string text) {
   return text;
 }
 
+std::string LogLine(const std::string& text) { return LogTimestamp() + ' ' + LogLineText(text); }
+
 StatusLine::StatusLine(UserInterface& ui, const Settings& settings, RunState& run,
                        const FileList& files, std::filesystem::path folder)
     : ui_(ui), settings_(settings), run_(run), files_(files), folder_(std::move(folder)) {}
@@ -83,9 +85,13 @@ void StatusLine::AppendLog(const std::string& text) {
     reporting_missing_log_folder_ = false;
     return;
   }
+  if (log_sink_) {
+    log_sink_(LogLine(text));
+    return;
+  }
   const std::filesystem::path path = folder_ / kLogFileName;
   std::ofstream log(path, std::ios::binary | std::ios::app);
-  log << LogTimestamp() << ' ' << LogLineText(text) << "\r\n";
+  log << LogLine(text) << "\r\n";
   log.close();
   if (log.fail()) throw RuntimeFailure("cannot write " + path.string());
 }

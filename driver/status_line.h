@@ -30,6 +30,10 @@ std::string PercentageText(int counter, int file_count);
 /// A log text as one line: CR LF pairs, then lone LF, then lone CR removed.
 std::string LogLineText(std::string text);
 
+/// A line of "Log.txt" without its line end: the local date and time
+/// ("2026/11/21 08:30:05"), a blank and the text as one line.
+std::string LogLine(const std::string& text);
+
 /// Status, progress, error messages and the log of one program. It refers to
 /// the settings, run state and file list owned by the driver; they must
 /// outlive it.
@@ -53,8 +57,9 @@ class StatusLine {
   void ShowError(const std::string& text);
 
   /// `AppendLog`: appends "date time text" as one line to "Log.txt" (created
-  /// when missing). A missing folder shows "Can not find Directory." and
-  /// writes nothing; a log that cannot be written throws RuntimeFailure.
+  /// when missing), or hands the line to the log sink when one is set. A
+  /// missing folder shows "Can not find Directory." and writes nothing; a
+  /// log that cannot be written throws RuntimeFailure.
   void AppendLog(const std::string& text);
 
   /// `WaitSeconds`: waits, letting the window process its events meanwhile.
@@ -73,6 +78,12 @@ class StatusLine {
     status_bar_ = std::move(status_bar);
   }
 
+  /// Where log lines go instead of "Log.txt": each line without its line
+  /// end. Empty: to the file.
+  void SetLogSink(std::function<void(const std::string& line)> sink) {
+    log_sink_ = std::move(sink);
+  }
+
   /// The folder of "Data.ini" and "Log.txt".
   const std::filesystem::path& folder() const { return folder_; }
 
@@ -85,6 +96,7 @@ class StatusLine {
   const FileList& files_;
   std::filesystem::path folder_;
   std::function<void(const std::string&)> status_bar_;
+  std::function<void(const std::string&)> log_sink_;
   /// Set while the missing-folder error of the log is shown, so that its
   /// own status text is not logged again (which would report it forever).
   bool reporting_missing_log_folder_ = false;

@@ -1,5 +1,7 @@
 #include "summary/run_summary.h"
 
+#include <algorithm>
+
 #include "source/runtime_failure.h"
 #include "source/whole_source.h"
 
@@ -26,7 +28,15 @@ void RunSummary::Add(const std::string& source, bool converted, const std::strin
       file.markers.push_back({static_cast<int>(s) + 1, std::move(entry), reference});
     }
   }
-  files_.push_back(std::move(file));
+  // A file converted again (a watched file replaced by a newer one) keeps
+  // its place with its new outcome.
+  const auto same = std::find_if(files_.begin(), files_.end(),
+                                 [&](const FileSummary& other) { return other.source == source; });
+  if (same != files_.end()) {
+    *same = std::move(file);
+  } else {
+    files_.push_back(std::move(file));
+  }
 }
 
 }  // namespace z4400

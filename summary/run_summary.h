@@ -41,7 +41,8 @@ class RunSummary {
   /// Adds `source` with its outcome, reading from it the model, date,
   /// title, number of screens and markers.
   /// A file the reader refuses keeps what was read before the refusal; a
-  /// run-time failure while reading leaves only the outcome.
+  /// run-time failure while reading leaves only the outcome. A source
+  /// added again replaces its earlier entry, in its place.
   void Add(const std::string& source, bool converted, const std::string& reason,
            const std::string& workbook);
 

@@ -22,9 +22,22 @@ namespace z4400 {
 /// On failure returns false and, when `error` is not null, sets it to a
 /// message for the user; when `write` itself fails, `error` keeps what the
 /// callback may already have put there, or gets a generic message.
+///
+/// The first save into a folder removes the temporary files there that a
+/// process which no longer exists left behind (killed during its save).
 bool WriteAtomically(const std::filesystem::path& target,
                      const std::function<bool(const std::filesystem::path& temporary)>& write,
                      std::string* error);
+
+/// A hidden name beside `target` of the form the saves give their temporary
+/// files (".NAME.PID-RANDOM.tmp"): a later save into the folder removes it
+/// once this process has ended.
+std::filesystem::path TemporarySibling(const std::filesystem::path& target);
+
+/// For a program being interrupted: removes the temporary files of the saves
+/// in progress and makes every save from now on fail without replacing its
+/// target. Safe to call from any thread.
+void AbandonSaves();
 
 }  // namespace z4400
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -119,6 +120,35 @@ TEST(WriteAtomicallyTest, Failures) {
   EXPECT_TRUE(called);
   EXPECT_NE(error.find("Cannot replace"), std::string::npos) << error;
   EXPECT_EQ(FolderNames(scratch.path()), std::set<std::string>{"taken"});
+}
+
+TEST(WriteAtomicallyTest, AbandonedSavesReplaceNothingAndLeaveNoTemporary) {
+  // Abandoning is for good, so it runs in a child process of its own.
+  testing::ScratchDir scratch;
+  const auto during = scratch / "during.xlsx";
+  const auto after = scratch / "after.xlsx";
+  ASSERT_TRUE(WriteText(during, "old"));
+  EXPECT_EXIT(
+      {
+        std::string error;
+        // Abandoned while the bytes are written: the temporary goes, the
+        // target stays.
+        const bool saved = WriteAtomically(
+            during,
+            [](const std::filesystem::path& temporary) {
+              AbandonSaves();
+              return WriteText(temporary, "new") || true;
+            },
+            &error);
+        const bool later = WriteAtomically(
+            after, [](const std::filesystem::path& temporary) { return WriteText(temporary, "x"); },
+            nullptr);
+        const bool kept = ReadAll(during) == "old" && !std::filesystem::exists(after) &&
+                          FolderNames(scratch.path()) == std::set<std::string>{"during.xlsx"};
+        std::exit(!saved && !later && kept && error.find("interrupted") != std::string::npos ? 0
+                                                                                             : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

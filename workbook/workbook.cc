@@ -1,6 +1,12 @@
 #include "workbook/workbook.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <system_error>
 
 #include "source/runtime_failure.h"
 #include "workbook/application.h"
@@ -55,6 +61,23 @@ void Workbook::SaveAs(const std::filesystem::path& path) {
   const std::filesystem::path target = WorkbookFilePath(path, application_->Version());
   std::string error;
   if (!SaveWorkbookFile(*this, target, application_->Version(), &error)) {
+    throw RuntimeFailure(error);
+  }
+  SetFile(target);
+}
+
+void Workbook::SaveAsNew(const std::filesystem::path& path) {
+  const std::filesystem::path target = WorkbookFilePath(path, application_->Version());
+  const int fd = ::open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (fd < 0) {
+    if (errno == EEXIST) throw OutputExists(target.string() + " already exists");
+    throw RuntimeFailure("Cannot create " + target.string() + ": " + std::strerror(errno));
+  }
+  ::close(fd);
+  std::string error;
+  if (!SaveWorkbookFile(*this, target, application_->Version(), &error)) {
+    std::error_code ignored;
+    std::filesystem::remove(target, ignored);
     throw RuntimeFailure(error);
   }
   SetFile(target);

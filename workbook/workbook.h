@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "source/runtime_failure.h"
 #include "workbook/cell_style.h"
 #include "workbook/chart.h"
 #include "workbook/chart_sheet.h"
@@ -18,6 +19,12 @@
 #include "workbook/worksheet.h"
 
 namespace z4400 {
+
+/// Raised by `Workbook::SaveAsNew` when a file of that name exists.
+class OutputExists : public RuntimeFailure {
+ public:
+  using RuntimeFailure::RuntimeFailure;
+};
 
 class Application;
 
@@ -64,6 +71,11 @@ class Workbook {
   /// as .xlsx. An existing file is replaced. Throws `RuntimeFailure` on
   /// failure.
   void SaveAs(const std::filesystem::path& path);
+  /// `SaveAs` into a file that must not exist yet: the name is taken by
+  /// creating the file exclusively, so that a file that appeared since the
+  /// caller looked is never replaced. Throws `OutputExists` when the file
+  /// exists, `RuntimeFailure` on any other failure (no file is left then).
+  void SaveAsNew(const std::filesystem::path& path);
   /// Closes the workbook without saving; it is destroyed.
   void Close();
 

@@ -3,10 +3,14 @@
 // charts moving between chart sheets and worksheets.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "source/runtime_failure.h"
+#include "testing/test_files.h"
 #include "workbook/application.h"
 
 namespace z4400 {
@@ -267,6 +271,21 @@ TEST_F(WorkbookModelTest, CopiedWorksheetCarriesItsCellsAndCharts) {
   // The copy is independent.
   copy.Cells(1, 1).SetValue("changed");
   EXPECT_EQ(report.ValueAt(1, 1), CellValue("Measurement Report"));
+}
+
+TEST_F(WorkbookModelTest, SaveAsNewNeverReplacesAFile) {
+  testing::ScratchDir scratch;
+  const std::filesystem::path taken = scratch / "taken.xlsx";
+  std::ofstream(taken) << "saved by someone else";
+  EXPECT_THROW(book_.SaveAsNew(scratch / "taken"), OutputExists);
+  EXPECT_FALSE(book_.HasFile());
+  std::ifstream kept(taken);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), "saved by someone else");
+
+  book_.SaveAsNew(scratch / "free");
+  EXPECT_TRUE(book_.HasFile());
+  EXPECT_GT(std::filesystem::file_size(scratch / "free.xlsx"), 0u);
+  EXPECT_THROW(book_.SaveAsNew(scratch / "free"), OutputExists) << "not even its own file";
 }
 
 }  // namespace
