@@ -22,6 +22,9 @@ constexpr std::uintptr_t kBlockHeader = 16;
 }  // namespace
 
 void SetUpHeapForConversions() {
+  // The batch converts in worker threads: they share this heap rather than
+  // each getting an arena of its own, outside the huge pages and the reuse.
+  mallopt(M_ARENA_MAX, 1);
   mallopt(M_MMAP_THRESHOLD, kLargestHeapBlock);
   mallopt(M_TRIM_THRESHOLD, static_cast<int>(2 * kHeapRoom));
   // New blocks come from the free end of the heap, one after the other. A

@@ -2,9 +2,11 @@
 
 #include <pthread.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
+#include <optional>
 
 namespace z4400 {
 
@@ -14,16 +16,22 @@ InterruptWatch::InterruptWatch(std::function<void()> on_interrupt) {
   sigaddset(&signals_, SIGTERM);
   pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
   thread_ = std::thread([this, on_interrupt = std::move(on_interrupt)] {
+    using Clock = std::chrono::steady_clock;
+    // One Ctrl-C may arrive more than once (sent to the process and to its
+    // group, as `timeout` does): a second signal counts only when it comes
+    // this long after the first.
+    constexpr auto kSecondSignal = std::chrono::milliseconds(500);
     const timespec pause{0, 50'000'000};
-    bool interrupted = false;
+    std::optional<Clock::time_point> interrupted;
     while (!done_) {
       if (sigtimedwait(&signals_, nullptr, &pause) <= 0) continue;
       if (interrupted) {
+        if (Clock::now() - *interrupted < kSecondSignal) continue;
         std::cerr << "\nz4400conv: interrupted again; ending at once\n";
         std::_Exit(kExitInterrupted);
       }
       on_interrupt();
-      interrupted = true;
+      interrupted = Clock::now();
     }
   });
 }

@@ -1,11 +1,16 @@
 // z4400conv: converts Z4400 instrument files to spreadsheet workbooks.
 #include <CLI/CLI.hpp>
+#include <exception>
 #include <iostream>
 
 #include "app/commands.h"
 #include "app/heap_setup.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+/// The program without its last guard: parses the command line and runs
+/// the command it names.
+int Run(int argc, char** argv) {
   CLI::App cli{"Z4400 Converter: turns Z4400 instrument files (.xml, .csv) into workbooks."};
   cli.set_version_flag("--version", std::string("z4400conv ") + Z4400_VERSION);
   cli.footer(
@@ -93,4 +98,19 @@ int main(int argc, char** argv) {
   if (watch_dir) return z4400::RunWatch(batch_options, *watch_dir);
   return z4400::LaunchWindow(batch_options.files, batch_options.settings_dir,
                              batch_options.excel_version);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // What no command handles (memory exhausted, a stream that throws) ends
+  // the program with a message rather than an abort.
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& failure) {
+    std::cerr << "z4400conv: " << failure.what() << "\n";
+  } catch (...) {
+    std::cerr << "z4400conv: unexpected failure\n";
+  }
+  return 1;
 }

@@ -110,9 +110,10 @@ struct BatchRunner::Slot {
   bool done = false;
   FileReport report;
   std::vector<std::string> log_lines;
-  std::string workbook;  ///< the workbook path the file was given
-  bool created = false;  ///< the file created that workbook
-  std::string backup;    ///< second name of the workbook it replaced
+  std::string workbook;          ///< the workbook path the file was given
+  bool created = false;          ///< the file created that workbook
+  std::string backup;            ///< second name of the workbook it replaced
+  bool after_interrupt = false;  ///< finished after the batch was interrupted
 };
 
 /// One worker: a converter of its own over the files given to it.
@@ -222,6 +223,7 @@ bool BatchRunner::Post(size_t index, Slot slot) {
   }
   slots_[index] = std::move(slot);
   slots_[index].done = true;
+  slots_[index].after_interrupt = interrupted_;
   changed_.notify_all();
   return !interrupted_ && !finished_ && index < stop_index_;
 }
@@ -285,11 +287,14 @@ BatchTotals BatchRunner::Run(const std::vector<BatchEntry>& entries, const FileC
     Slot slot;
     {
       std::unique_lock lock(mutex_);
-      changed_.wait(lock, [&] {
-        return interrupted_ || next > stop_index_ || slots_[next].done ||
+      // A file finished before an interrupt is given out; one that a worker
+      // ended after it (its saves refused) is not.
+      const auto ready = [&] {
+        return (slots_[next].done && !slots_[next].after_interrupt) ||
                !entries[next].Refusal.empty();
-      });
-      if (interrupted_ || next > stop_index_) break;
+      };
+      changed_.wait(lock, [&] { return interrupted_ || next > stop_index_ || ready(); });
+      if (next > stop_index_ || !ready()) break;
       if (slots_[next].done) slot = std::move(slots_[next]);
     }
     if (!entries[next].Refusal.empty()) {

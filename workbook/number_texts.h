@@ -32,8 +32,9 @@ class NumberTexts {
 
   void Grow();
 
-  std::vector<Slot> slots_;  // open addressing, a power of two in size
-  std::string texts_;        // every text, one after the other
+  std::vector<Slot> slots_;  // open addressing, 2^slot_bits_ of them
+  int slot_bits_;
+  std::string texts_;  // every text, one after the other
   std::size_t count_ = 0;
 };
 
