@@ -18,7 +18,7 @@
 #include "app/summary_file.h"
 #include "driver/batch_runner.h"
 #include "driver/settings_file.h"
-#include "workbook/application.h"
+#include "workbook/model/application.h"
 
 namespace z4400 {
 namespace {

@@ -23,9 +23,9 @@
 #include "app/shell_commands.h"
 #include "driver/settings.h"
 #include "testing/test_files.h"
-#include "workbook/application.h"
-#include "workbook/column_letters.h"
-#include "workbook/xlsx_reader.h"
+#include "workbook/model/application.h"
+#include "workbook/model/column_letters.h"
+#include "workbook/xlsx/xlsx_reader.h"
 
 namespace z4400 {
 namespace {

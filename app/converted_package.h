@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "workbook/zip_reader.h"
+#include "workbook/package/zip_reader.h"
 
 namespace z4400::testing {
 

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "app/commands.h"
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "source/source_reader.h"
 #include "source/whole_source.h"
 

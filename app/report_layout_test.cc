@@ -21,11 +21,11 @@
 #include "app/shell_commands.h"
 #include "source/instrument_generator.h"
 #include "testing/test_files.h"
-#include "workbook/application.h"
-#include "workbook/text_width.h"
-#include "workbook/workbook.h"
-#include "workbook/worksheet.h"
-#include "workbook/xlsx_reader.h"
+#include "workbook/model/application.h"
+#include "workbook/model/text_width.h"
+#include "workbook/model/workbook.h"
+#include "workbook/model/worksheet.h"
+#include "workbook/xlsx/xlsx_reader.h"
 
 namespace z4400 {
 namespace {

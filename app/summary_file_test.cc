@@ -9,10 +9,10 @@
 #include "app/batch_test_util.h"
 #include "summary/summary_workbook.h"
 #include "testing/test_files.h"
-#include "workbook/application.h"
-#include "workbook/workbook.h"
-#include "workbook/worksheet.h"
-#include "workbook/xlsx_reader.h"
+#include "workbook/model/application.h"
+#include "workbook/model/workbook.h"
+#include "workbook/model/worksheet.h"
+#include "workbook/xlsx/xlsx_reader.h"
 
 namespace z4400 {
 namespace {

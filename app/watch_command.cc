@@ -17,7 +17,7 @@
 #include "driver/file_dialogs.h"
 #include "driver/settings_file.h"
 #include "watch/folder_watcher.h"
-#include "workbook/application.h"
+#include "workbook/model/application.h"
 
 namespace z4400 {
 namespace {

@@ -4,7 +4,7 @@
 // back from 1001 cells.
 #include <benchmark/benchmark.h>
 
-#include "workbook/application.h"
+#include "workbook/model/application.h"
 
 namespace z4400 {
 namespace {

@@ -15,10 +15,10 @@
 #include <string>
 #include <system_error>
 
-#include "workbook/application.h"
-#include "workbook/workbook.h"
-#include "workbook/xl_constants.h"
-#include "workbook/xlsx_writer.h"
+#include "workbook/model/application.h"
+#include "workbook/model/workbook.h"
+#include "workbook/model/xl_constants.h"
+#include "workbook/xlsx/xlsx_writer.h"
 
 namespace {
 

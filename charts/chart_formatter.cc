@@ -7,11 +7,12 @@
 #include <utility>
 
 #include "charts/result_sheets.h"
-#include "source/runtime_failure.h"
-#include "workbook/application.h"
-#include "workbook/cell_address.h"
-#include "workbook/xl_constants.h"
-#include "workbook/xlsx_drawing_part.h"
+#include "common/runtime_failure.h"
+#include "common/sheet_names.h"
+#include "workbook/model/application.h"
+#include "workbook/model/cell_address.h"
+#include "workbook/model/xl_constants.h"
+#include "workbook/xlsx/xlsx_drawing_part.h"
 
 namespace z4400 {
 namespace {

@@ -12,7 +12,7 @@
 #include "charts/chart_settings.h"
 #include "source/records.h"
 #include "source/screen_tables.h"
-#include "workbook/screen_units.h"
+#include "workbook/reports/screen_units.h"
 
 namespace z4400 {
 

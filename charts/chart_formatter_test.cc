@@ -9,8 +9,8 @@
 
 #include "charts/chart_test_util.h"
 #include "charts/trace_series.h"
-#include "source/runtime_failure.h"
-#include "workbook/xlsx_drawing_part.h"
+#include "common/runtime_failure.h"
+#include "workbook/xlsx/xlsx_drawing_part.h"
 
 namespace z4400 {
 namespace {

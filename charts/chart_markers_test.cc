@@ -6,7 +6,7 @@
 
 #include "charts/chart_test_util.h"
 #include "charts/trace_series.h"
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {

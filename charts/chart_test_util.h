@@ -10,7 +10,8 @@
 #include "charts/chart_settings.h"
 #include "charts/result_sheets.h"
 #include "testing/test_files.h"
-#include "workbook/application.h"
+#include "workbook/model/application.h"
+#include "workbook/spreadsheet_files.h"
 
 namespace z4400::testing {
 
@@ -48,7 +49,7 @@ class ResultWorkbook {
 
  private:
   ScratchDir scratch_;
-  Application application_;
+  Application application_{kDefaultVersion, std::make_shared<SpreadsheetFiles>()};
 };
 
 }  // namespace z4400::testing

@@ -3,7 +3,8 @@
 #include <memory>
 
 #include "charts/result_sheets.h"
-#include "workbook/application.h"
+#include "common/sheet_names.h"
+#include "workbook/model/application.h"
 
 namespace z4400 {
 

@@ -1,10 +1,10 @@
 #include "charts/print_layout.h"
 
 #include "charts/chart_formatter.h"
-#include "workbook/general_info_sheet.h"
-#include "workbook/workbook.h"
-#include "workbook/worksheet.h"
-#include "workbook/xl_constants.h"
+#include "workbook/model/workbook.h"
+#include "workbook/model/worksheet.h"
+#include "workbook/model/xl_constants.h"
+#include "workbook/reports/general_info_sheet.h"
 
 namespace z4400 {
 namespace {

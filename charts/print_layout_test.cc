@@ -7,9 +7,9 @@
 #include "charts/chart_formatter.h"
 #include "charts/chart_test_util.h"
 #include "charts/result_sheets.h"
-#include "source/runtime_failure.h"
-#include "workbook/chart_sheet.h"
-#include "workbook/xlsx_drawing_part.h"
+#include "common/runtime_failure.h"
+#include "workbook/model/chart_sheet.h"
+#include "workbook/xlsx/xlsx_drawing_part.h"
 
 namespace z4400 {
 namespace {

@@ -1,8 +1,9 @@
 #include "charts/result_sheets.h"
 
-#include "source/runtime_failure.h"
-#include "workbook/application.h"
-#include "workbook/xl_constants.h"
+#include "common/runtime_failure.h"
+#include "common/sheet_names.h"
+#include "workbook/model/application.h"
+#include "workbook/model/xl_constants.h"
 
 namespace z4400 {
 namespace {

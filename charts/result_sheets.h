@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <string>
 
-#include "workbook/cell_range.h"
-#include "workbook/general_info_sheet.h"
-#include "workbook/markers_details_sheet.h"
+#include "workbook/model/cell_range.h"
+#include "workbook/reports/general_info_sheet.h"
+#include "workbook/reports/markers_details_sheet.h"
 
 namespace z4400 {
 

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "charts/chart_test_util.h"
-#include "source/runtime_failure.h"
-#include "workbook/application.h"
-#include "workbook/xl_constants.h"
+#include "common/runtime_failure.h"
+#include "workbook/model/application.h"
+#include "workbook/model/xl_constants.h"
 
 namespace z4400 {
 namespace {
@@ -27,7 +27,7 @@ TEST(CreateResultSheetsTest, LeavesTheThreeSheetsWithRawDataColumnsWhateverTheWo
   for (const int initial_sheets : {1, 2, 5}) {
     SCOPED_TRACE(initial_sheets);
     ScratchDir scratch;
-    Application application;
+    Application application(kDefaultVersion, std::make_shared<SpreadsheetFiles>());
     application.SetSheetsInNewWorkbook(initial_sheets);
     Workbook& workbook = application.Workbooks().Add();
     Sheet* first = workbook.sheets().front().get();
@@ -62,7 +62,7 @@ TEST(CreateResultSheetsTest, LeavesTheThreeSheetsWithRawDataColumnsWhateverTheWo
 
 TEST(CreateResultSheetsTest, AFileThatCannotBeWrittenIsARunTimeFailure) {
   ScratchDir scratch;
-  Application application;
+  Application application(kDefaultVersion, std::make_shared<SpreadsheetFiles>());
   application.Workbooks().Add();
   EXPECT_THROW(CreateResultSheets(application, (scratch / "no such folder" / "meas").string()),
                RuntimeFailure);

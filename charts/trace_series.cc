@@ -4,10 +4,12 @@
 #include <map>
 
 #include "charts/result_sheets.h"
-#include "source/runtime_failure.h"
-#include "workbook/application.h"
-#include "workbook/raw_data_sheet.h"
-#include "workbook/xl_constants.h"
+#include "common/runtime_failure.h"
+#include "common/sheet_names.h"
+#include "common/trace_letters.h"
+#include "workbook/model/application.h"
+#include "workbook/model/xl_constants.h"
+#include "workbook/reports/raw_data_sheet.h"
 
 namespace z4400 {
 namespace {

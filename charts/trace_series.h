@@ -8,7 +8,7 @@
 
 #include "charts/chart_settings.h"
 #include "source/records.h"
-#include "workbook/cell_range.h"
+#include "workbook/model/cell_range.h"
 
 namespace z4400 {
 

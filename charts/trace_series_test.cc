@@ -5,8 +5,8 @@
 #include <string>
 
 #include "charts/chart_test_util.h"
-#include "source/runtime_failure.h"
-#include "workbook/column_letters.h"
+#include "common/runtime_failure.h"
+#include "workbook/model/column_letters.h"
 
 namespace z4400 {
 namespace {

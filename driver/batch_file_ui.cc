@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "driver/console_ui.h"
-#include "workbook/atomic_file.h"
+#include "workbook/package/atomic_file.h"
 
 namespace z4400 {
 namespace {

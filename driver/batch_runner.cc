@@ -17,7 +17,7 @@
 #include "driver/file_list.h"
 #include "driver/settings_file.h"
 #include "driver/status_line.h"
-#include "workbook/atomic_file.h"
+#include "workbook/package/atomic_file.h"
 
 namespace z4400 {
 namespace {

@@ -9,8 +9,8 @@
 #include <memory>
 #include <utility>
 
-#include "workbook/application.h"
-#include "workbook/workbook.h"
+#include "workbook/model/application.h"
+#include "workbook/model/workbook.h"
 
 namespace z4400 {
 

@@ -4,25 +4,17 @@
 #include <cmath>
 #include <limits>
 
-#include "source/runtime_failure.h"
+#include "common/checked16.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
-namespace {
-
-int16_t ToInt16(int64_t value, const char* what) {
-  if (value < std::numeric_limits<int16_t>::min() || value > std::numeric_limits<int16_t>::max()) {
-    throw RuntimeFailure(std::string("overflow: ") + what);
-  }
-  return static_cast<int16_t>(value);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void ComputeBlockRows(int32_t trace_points, int32_t screen, int16_t& top_row, int16_t& end_row) {
   const int64_t top =
       (static_cast<int64_t>(trace_points) + kBlockGapRows) * screen + kFirstBlockRow;
-  top_row = ToInt16(top, "block top row");
-  end_row = ToInt16(static_cast<int64_t>(top_row) + trace_points, "block end row");
+  top_row = Checked16(top, "block top row");
+  end_row = Checked16(static_cast<int64_t>(top_row) + trace_points, "block end row");
 }
 
 int16_t VersionNumber(const std::string& version_text) {

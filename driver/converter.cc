@@ -3,9 +3,11 @@
 #include <exception>
 #include <utility>
 
+#include "common/runtime_failure.h"
+#include "common/sheet_names.h"
+#include "common/table_sizes.h"
 #include "driver/file_dialogs.h"
 #include "driver/settings_file.h"
-#include "source/runtime_failure.h"
 
 namespace z4400 {
 namespace {
@@ -14,11 +16,6 @@ namespace {
 constexpr int16_t kOldestVersion = 9;
 /// From this version on workbooks are ".xlsx" and graph sheets are not made.
 constexpr int16_t kXlsxVersion = 12;
-/// Records of the X axis table (screens 0 to 10).
-constexpr int kXAxisTableScreens = 11;
-
-constexpr char kReportSheet[] = "Report";
-constexpr char kRawDataSheet[] = "Raw Data";
 
 }  // namespace
 
@@ -239,10 +236,12 @@ Converter::Flow Converter::ConvertFileSteps(ConversionJob& job) {
   if (CancelRequested()) return Flow::kCancelled;
 
   status_.SetStatus("Saving general information to the workbook");
-  job.Result = stages_->WriteGeneralInfo(job.General, kReportSheet, "Measurement Report");
+  job.Result =
+      stages_->WriteGeneralInfo(job.General, std::string(kReportSheet), "Measurement Report");
   if (job.Result != 0) return Flow::kFailed;
   if (CancelRequested()) return Flow::kCancelled;
-  job.Result = stages_->WriteGeneralInfo(job.General, kRawDataSheet, "Configuration and Traces");
+  job.Result = stages_->WriteGeneralInfo(job.General, std::string(kRawDataSheet),
+                                         "Configuration and Traces");
   if (job.Result != 0) return Flow::kFailed;
   if (CancelRequested()) return Flow::kCancelled;
 
@@ -258,7 +257,7 @@ Converter::Flow Converter::ConvertFileSteps(ConversionJob& job) {
   }
   // Part of finishing the workbook: no status text of its own.
   stages_->SetPrintLayout(job.General);
-  stages_->ActivateWorksheet(kReportSheet);
+  stages_->ActivateWorksheet(std::string(kReportSheet));
   status_.SetStatus("Saving All");
   stages_->SaveWorkbook();
   if (run_.QuitCount > 1 || files_.FileCount() >= 2) stages_->QuitSpreadsheet();
@@ -282,11 +281,11 @@ Converter::Flow Converter::ConvertScreen(ConversionJob& job) {
   job.Result = stages_->ReadMarkers(screen, job.Markers);
 
   status_.SetStatus("Saving configuration information for screen " + number);
-  stages_->ActivateWorksheet(kReportSheet);
+  stages_->ActivateWorksheet(std::string(kReportSheet));
   job.Result = stages_->WriteScreenConfig(screen, job.Screen);
   if (job.Result != 0) return Flow::kFailed;
   if (CancelRequested()) return Flow::kCancelled;
-  stages_->ActivateWorksheet(kRawDataSheet);
+  stages_->ActivateWorksheet(std::string(kRawDataSheet));
   job.Result = stages_->WriteScreenConfig(screen, job.Screen);
   if (job.Result != 0) return Flow::kFailed;
   if (CancelRequested()) return Flow::kCancelled;
@@ -311,7 +310,7 @@ Converter::Flow Converter::ConvertScreen(ConversionJob& job) {
       job.Result = stages_->ReadTraceY(screen, trace, job.Trace);
       if (job.Result != 0) return Flow::kFailed;
       if (CancelRequested()) return Flow::kCancelled;
-      stages_->ActivateWorksheet(kRawDataSheet);
+      stages_->ActivateWorksheet(std::string(kRawDataSheet));
       stages_->WriteRawTrace(screen, trace, job.Trace);
       stages_->AddTraceSeries(job.Screen, trace, job.Trace, screen, job.BlockTopRow,
                               job.BlockEndRow);
@@ -324,7 +323,7 @@ Converter::Flow Converter::ConvertScreen(ConversionJob& job) {
   status_.SetStatus("Displaying markers on the graph");
   stages_->PlaceChartMarkers(job.Markers, job.General, screen);
 
-  if (screen >= kXAxisTableScreens) {
+  if (screen >= kAxisTableSlots) {
     throw RuntimeFailure("screen " + std::to_string(screen) + " outside the X axis table");
   }
   if (settings_.LogXOption == 0 && stages_->LogXMark(screen)) settings_.LogXInUse = 0;

@@ -8,8 +8,8 @@
 #include <set>
 #include <sstream>
 
+#include "common/runtime_failure.h"
 #include "driver/settings_file.h"
-#include "source/runtime_failure.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {

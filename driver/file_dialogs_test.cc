@@ -5,7 +5,7 @@
 
 #include <fstream>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 

@@ -13,7 +13,7 @@
 #include <system_error>
 #include <vector>
 
-#include "workbook/atomic_file.h"
+#include "workbook/package/atomic_file.h"
 
 namespace z4400 {
 namespace {

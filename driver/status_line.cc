@@ -9,8 +9,8 @@
 #include <thread>
 #include <utility>
 
+#include "common/runtime_failure.h"
 #include "driver/settings_file.h"
-#include "source/runtime_failure.h"
 
 namespace z4400 {
 namespace {

@@ -9,9 +9,10 @@
 #include "charts/print_layout.h"
 #include "charts/result_sheets.h"
 #include "charts/trace_series.h"
-#include "source/runtime_failure.h"
-#include "workbook/general_info_sheet.h"
-#include "workbook/screen_config_sheet.h"
+#include "common/runtime_failure.h"
+#include "common/trace_letters.h"
+#include "workbook/reports/general_info_sheet.h"
+#include "workbook/reports/screen_config_sheet.h"
 
 namespace z4400 {
 
@@ -38,7 +39,7 @@ Application* WorkbookStages::ApplicationIfRunning() const {
 }
 
 size_t WorkbookStages::XAxisSlot(int screen) {
-  if (screen < 0 || screen >= kXAxisTableSize) {
+  if (screen < 0 || screen >= kAxisTableSlots) {
     throw RuntimeFailure("Subscript out of range: X axis table record " + std::to_string(screen));
   }
   return static_cast<size_t>(screen);

@@ -10,24 +10,21 @@
 #include <optional>
 #include <string>
 
+#include "common/eng_units.h"
+#include "common/table_sizes.h"
 #include "driver/chart_stage_feedback.h"
 #include "driver/conversion_stages.h"
 #include "driver/converter.h"
 #include "source/screen_tables.h"
 #include "source/source_reader.h"
-#include "workbook/application.h"
-#include "workbook/cell_range.h"
-#include "workbook/eng_units.h"
 #include "workbook/excel_app.h"
-#include "workbook/markers_details_sheet.h"
-#include "workbook/raw_data_sheet.h"
-#include "workbook/screen_units.h"
+#include "workbook/model/application.h"
+#include "workbook/model/cell_range.h"
+#include "workbook/reports/markers_details_sheet.h"
+#include "workbook/reports/raw_data_sheet.h"
+#include "workbook/reports/screen_units.h"
 
 namespace z4400 {
-
-/// Records of the X axis table and of the per-screen X axis kinds (screens
-/// 0 to 10).
-inline constexpr int kXAxisTableSize = 11;
 
 /// The stages of `ConvertFile` for real files and workbooks.
 class WorkbookStages : public ConversionStages {
@@ -103,8 +100,8 @@ class WorkbookStages : public ConversionStages {
   UnitNameTable unit_names_{};
 
   // Per-file tables: blank at the start of each file.
-  std::array<XAxisScale, kXAxisTableSize> x_axis_table_{};
-  std::array<XAxisKind, kXAxisTableSize> x_axis_kinds_{};
+  std::array<XAxisScale, kAxisTableSlots> x_axis_table_{};
+  std::array<XAxisKind, kAxisTableSlots> x_axis_kinds_{};
   XAxisValues x_values_;
   /// Units and factors of each screen's configuration block.
   ScreenUnitTable screen_units_{};

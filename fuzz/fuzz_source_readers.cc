@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "source/source_reader.h"
 #include "source/whole_source.h"
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "workbook/application.h"
-#include "workbook/workbook.h"
-#include "workbook/xlsx_reader.h"
+#include "workbook/model/application.h"
+#include "workbook/model/workbook.h"
+#include "workbook/xlsx/xlsx_reader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);

@@ -13,12 +13,12 @@
 #include <string>
 #include <string_view>
 
-#include "source/runtime_failure.h"
-#include "workbook/application.h"
-#include "workbook/workbook.h"
-#include "workbook/worksheet.h"
-#include "workbook/xl_constants.h"
-#include "workbook/xlsx_writer.h"
+#include "common/runtime_failure.h"
+#include "workbook/model/application.h"
+#include "workbook/model/workbook.h"
+#include "workbook/model/worksheet.h"
+#include "workbook/model/xl_constants.h"
+#include "workbook/xlsx/xlsx_writer.h"
 
 namespace {
 

@@ -25,7 +25,7 @@
 #include "driver/workbook_stages.h"
 #include "shell/main_window.h"
 #include "shell/modal_dialogs.h"
-#include "workbook/application.h"
+#include "workbook/model/application.h"
 
 namespace z4400 {
 namespace {

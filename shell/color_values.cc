@@ -3,9 +3,9 @@
 #include <cmath>
 #include <string>
 
+#include "common/numeric_text.h"
+#include "common/runtime_failure.h"
 #include "driver/settings.h"
-#include "source/numeric_text.h"
-#include "source/runtime_failure.h"
 
 namespace z4400 {
 namespace {

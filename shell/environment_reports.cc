@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "source/numeric_text.h"
+#include "common/numeric_text.h"
 
 namespace z4400 {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "testing/recording_ui.h"
 
 namespace z4400 {

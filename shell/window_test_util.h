@@ -33,7 +33,7 @@
 #include "shell/modal_dialogs.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
-#include "workbook/application.h"
+#include "workbook/model/application.h"
 
 namespace z4400::testing {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "workbook/workbook_file.h"
+#include "workbook/model/workbook_file.h"
 
 namespace z4400 {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {

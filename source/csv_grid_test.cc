@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 
 namespace z4400 {
 namespace {

@@ -3,8 +3,8 @@
 #include <array>
 #include <utility>
 
-#include "source/numeric_text.h"
-#include "source/runtime_failure.h"
+#include "common/numeric_text.h"
+#include "common/runtime_failure.h"
 #include "source/source_reader.h"
 
 namespace z4400 {

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "common/trace_letters.h"
+
 namespace z4400 {
 namespace {
 
@@ -254,9 +256,8 @@ double PointX(const ScreenPlan& plan, int i, int points) {
 
 GeneratedTrace MakeTrace(const ScreenPlan& plan, int trace, int points,
                          const std::vector<int>& peaks, Random& random) {
-  static constexpr std::array<std::string_view, 5> kLetters = {"A", "B", "C", "M", "O"};
   GeneratedTrace out;
-  out.letter = trace < 5 ? std::string(kLetters[static_cast<size_t>(trace)]) : "X";
+  out.letter = trace < 5 ? TraceLetter(trace) : "X";
   out.unit = plan.shape.unit;
   const double scale = std::pow(10.0, plan.shape.decimals);
   const double width = std::max(2.0, points / 60.0);

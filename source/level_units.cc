@@ -3,7 +3,7 @@
 #include <cmath>
 #include <optional>
 
-#include "source/numeric_text.h"
+#include "common/numeric_text.h"
 
 namespace z4400 {
 namespace {

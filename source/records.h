@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "common/table_sizes.h"
+
 namespace z4400 {
 
 /// File-level information of one instrument file.
@@ -59,7 +61,7 @@ struct TraceData {
 
 /// One marker slot of a screen.
 struct MarkerRecord {
-  int16_t On = 0;  ///< -1 when "MKRON" is "ON"
+  int16_t On = 0;      ///< -1 when "MKRON" is "ON"
   int32_t Trace = -1;  ///< 0 "A", 1 "B", 2 "C"; -1 when not identified
   std::string TraceName;
   int32_t Screen = -1;
@@ -68,9 +70,6 @@ struct MarkerRecord {
   double PosY = 0;
   double PosYDisplay = 0;
 };
-
-/// Number of marker slots per screen; slots 0..9 hold markers 1..10.
-inline constexpr int kMarkerSlots = 12;
 
 /// Markers of one screen: the marker-wide header and the screen's row of
 /// the marker table.

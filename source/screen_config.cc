@@ -3,10 +3,10 @@
 // every point.
 #include <array>
 
-#include "source/numeric_text.h"
-#include "source/runtime_failure.h"
+#include "common/eng_units.h"
+#include "common/numeric_text.h"
+#include "common/runtime_failure.h"
 #include "source/source_reader.h"
-#include "workbook/eng_units.h"
 
 namespace z4400 {
 namespace {

@@ -8,12 +8,9 @@
 #include <string>
 #include <vector>
 
-namespace z4400 {
+#include "common/table_sizes.h"
 
-/// Screens of a file that have per-screen tables (contexts 0, 1, 2).
-inline constexpr int kScreenSlots = 3;
-/// Screens of the time-axis table (0 to 10).
-inline constexpr int kTimeAxisSlots = 11;
+namespace z4400 {
 
 /// Summary of one screen's configuration, filled at the end of a successful
 /// screen read; the X axis data is computed from it.

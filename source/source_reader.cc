@@ -4,7 +4,7 @@
 #include <fstream>
 #include <system_error>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "source/text_decoding.h"
 
 namespace z4400 {

@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 
+#include "common/table_sizes.h"
 #include "source/csv_grid.h"
 #include "source/level_units.h"
 #include "source/records.h"
@@ -177,7 +178,7 @@ class SourceReader {
   std::array<ScreenSummary, kScreenSlots> summaries_{};
   std::array<DigitalValues, kScreenSlots> digital_{};
   std::array<VerticalAxis, kScreenSlots> vertical_{};
-  std::array<TimeAxisEntry, kTimeAxisSlots> time_axis_{};
+  std::array<TimeAxisEntry, kAxisTableSlots> time_axis_{};
   std::array<std::array<MarkerRecord, kMarkerSlots>, kScreenSlots> marker_table_{};
 };
 

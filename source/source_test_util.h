@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "source/source_reader.h"
 
 namespace z4400::testing {

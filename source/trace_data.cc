@@ -3,8 +3,9 @@
 #include <string>
 #include <utility>
 
-#include "source/numeric_text.h"
-#include "source/runtime_failure.h"
+#include "common/numeric_text.h"
+#include "common/runtime_failure.h"
+#include "common/table_sizes.h"
 #include "source/source_reader.h"
 
 namespace z4400 {
@@ -64,7 +65,7 @@ TraceData SourceReader::ReadTraceYCsv(int screen, int trace_index) const {
 }
 
 XAxisKind SourceReader::SetTimeAxis(const ScreenInfo& info, int screen) {
-  if (screen < 0 || screen >= kTimeAxisSlots) {
+  if (screen < 0 || screen >= kAxisTableSlots) {
     throw RuntimeFailure("screen " + std::to_string(screen) + " is outside the time-axis table");
   }
   TimeAxisEntry& entry = time_axis_[static_cast<size_t>(screen)];
@@ -85,7 +86,7 @@ XAxisKind SourceReader::SetTimeAxis(const ScreenInfo& info, int screen) {
 }
 
 const TimeAxisEntry& SourceReader::TimeAxis(int screen) const {
-  if (screen < 0 || screen >= kTimeAxisSlots) {
+  if (screen < 0 || screen >= kAxisTableSlots) {
     throw RuntimeFailure("screen " + std::to_string(screen) + " is outside the time-axis table");
   }
   return time_axis_[static_cast<size_t>(screen)];

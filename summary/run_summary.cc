@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "source/whole_source.h"
 
 namespace z4400 {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "source/source_reader.h"
-#include "workbook/markers_details_sheet.h"
+#include "workbook/reports/markers_details_sheet.h"
 
 namespace z4400 {
 

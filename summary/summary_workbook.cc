@@ -2,11 +2,11 @@
 
 #include <array>
 
-#include "workbook/application.h"
-#include "workbook/typed_input.h"
-#include "workbook/workbook.h"
-#include "workbook/worksheet.h"
-#include "workbook/xlsx_writer.h"
+#include "workbook/model/application.h"
+#include "workbook/model/typed_input.h"
+#include "workbook/model/workbook.h"
+#include "workbook/model/worksheet.h"
+#include "workbook/xlsx/xlsx_writer.h"
 
 namespace z4400 {
 namespace {

@@ -9,11 +9,11 @@
 #include "driver/workbook_stages.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
-#include "workbook/application.h"
-#include "workbook/workbook.h"
-#include "workbook/worksheet.h"
-#include "workbook/xlsx_reader.h"
-#include "workbook/zip_reader.h"
+#include "workbook/model/application.h"
+#include "workbook/model/workbook.h"
+#include "workbook/model/worksheet.h"
+#include "workbook/package/zip_reader.h"
+#include "workbook/xlsx/xlsx_reader.h"
 
 namespace z4400 {
 

@@ -1,10 +1,9 @@
 #include "testing/test_files.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <system_error>
 
 namespace z4400::testing {
@@ -27,7 +26,9 @@ std::optional<std::filesystem::path> SamplesDir() {
   return DirFromEnvironment("Z4400_SAMPLES_DIR", Z4400_DEFAULT_SAMPLES_DIR);
 }
 
-std::optional<std::filesystem::path> OoxmlDir() { return DirFromEnvironment("Z4400_OOXML_DIR", Z4400_DEFAULT_OOXML_DIR); }
+std::optional<std::filesystem::path> OoxmlDir() {
+  return DirFromEnvironment("Z4400_OOXML_DIR", Z4400_DEFAULT_OOXML_DIR);
+}
 
 std::filesystem::path SourceDir() {
   if (auto dir = DirFromEnvironment("Z4400_SOURCE_DIR", Z4400_DEFAULT_SOURCE_DIR)) return *dir;
@@ -36,15 +37,14 @@ std::filesystem::path SourceDir() {
 
 ScratchDir::ScratchDir() {
   const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  std::string name = info != nullptr
-                         ? std::string(info->test_suite_name()) + "-" + info->name()
-                         : std::string("scratch");
+  std::string name = info != nullptr ? std::string(info->test_suite_name()) + "-" + info->name()
+                                     : std::string("scratch");
   for (char& c : name) {
     // No dots: output naming takes the first dot of a path as the extension.
     if (c == '/' || c == '.') c = '_';
   }
-  path_ = std::filesystem::temp_directory_path() /
-          ("z4400-" + std::to_string(::getpid()) + "-" + name);
+  path_ =
+      std::filesystem::temp_directory_path() / ("z4400-" + std::to_string(::getpid()) + "-" + name);
   std::filesystem::remove_all(path_);
   std::filesystem::create_directories(path_);
 }

@@ -38,7 +38,7 @@ class ScratchDir {
 /// Skips the current test when the samples folder is missing; otherwise
 /// declares `samples` as its path.
 #define Z4400_REQUIRE_SAMPLES(samples)                                    \
-  const auto samples##_opt = ::z4400::testing::SamplesDir();             \
+  const auto samples##_opt = ::z4400::testing::SamplesDir();              \
   if (!samples##_opt) GTEST_SKIP() << "instrument samples not available"; \
   const std::filesystem::path& samples = *samples##_opt
 

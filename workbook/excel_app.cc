@@ -5,8 +5,11 @@
 #include <filesystem>
 #include <system_error>
 
-#include "source/runtime_failure.h"
-#include "workbook/name_compare.h"
+#include "common/checked16.h"
+#include "common/runtime_failure.h"
+#include "workbook/model/name_compare.h"
+#include "workbook/model/typed_input.h"
+#include "workbook/spreadsheet_files.h"
 
 namespace z4400 {
 namespace {
@@ -30,17 +33,11 @@ Worksheet& AsWorksheet(Sheet& sheet) {
   return static_cast<Worksheet&>(sheet);
 }
 
-int16_t Add16(int a, int b) {
-  const int sum = a + b;
-  if (sum < INT16_MIN || sum > INT16_MAX) throw RuntimeFailure("Overflow");
-  return static_cast<int16_t>(sum);
-}
-
 // "A5:A105" for column 1 from row 5 over 100 further rows.
 std::string ColumnRangeText(int column, int first_row, int row_count) {
   const std::string letters = ExcelColNumber2ColLetter(column);
   return letters + std::to_string(first_row) + ":" + letters +
-         std::to_string(Add16(first_row, row_count));
+         std::to_string(Checked16(static_cast<int64_t>(first_row) + row_count));
 }
 
 }  // namespace
@@ -66,7 +63,7 @@ Chart& ExcelApp::ChartNamed(std::string_view name) const {
 }
 
 bool ExcelApp::Excel_Start(bool visible) {
-  application_ = std::make_shared<Application>(version_);
+  application_ = std::make_shared<Application>(version_, std::make_shared<SpreadsheetFiles>());
   application_->SetWindowState(kXlMinimized);
   application_->SetVisible(visible);
   application_->SetDisplayAlerts(false);
@@ -269,7 +266,7 @@ void ExcelApp::Chart_AddMarker(std::string_view chart_name, int16_t series_index
   int i = 1;
   bool found = false;
   while (i <= count) {
-    const bool reached = x_values(i).ToNumber() >= x;
+    const bool reached = NumberOf(x_values(i)) >= x;
     ++i;
     if (reached) {
       found = true;

@@ -14,9 +14,9 @@
 #include <variant>
 #include <vector>
 
-#include "workbook/application.h"
-#include "workbook/cell_value.h"
-#include "workbook/column_letters.h"
+#include "workbook/model/application.h"
+#include "workbook/model/cell_value.h"
+#include "workbook/model/column_letters.h"
 
 namespace z4400 {
 

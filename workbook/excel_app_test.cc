@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "source/runtime_failure.h"
+#include "common/runtime_failure.h"
 #include "testing/test_files.h"
-#include "workbook/application.h"
+#include "workbook/model/application.h"
 
 namespace z4400 {
 namespace {
