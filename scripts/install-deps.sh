@@ -12,6 +12,7 @@ test_packages=(
   libgtest-dev libgmock-dev libbenchmark-dev libxml2-utils qt6-base-private-dev
   clang libclang-rt-14-dev libxlsxwriter-dev
   libreoffice-calc-nogui poppler-utils unzip desktop-file-utils
+  clang-format clang-tidy python3
   # Calibri's metrics for LibreOffice: workbooks print as the spreadsheet
   # draws them, so the tests see the column widths a user sees.
   fonts-crosextra-carlito

@@ -130,20 +130,6 @@ std::string SourceReader::CsvValue(std::string_view key) const {
   return std::string(grid_.Value(key));
 }
 
-int16_t SourceReader::CsvFindRow(std::string_view key, int first_row, int last_row) const {
-  return grid_.FindRow(key, first_row, last_row);
-}
-
-int16_t SourceReader::CsvFindRowWithValue(std::string_view key, std::string_view value,
-                                          int first_row, int last_row) const {
-  return grid_.FindRowWithValue(key, value, first_row, last_row);
-}
-
-int16_t SourceReader::CsvFindRowByPrefix(std::string_view prefix, int column, int first_row,
-                                         int last_row) const {
-  return grid_.FindRowByPrefix(prefix, column, first_row, last_row);
-}
-
 int32_t SourceReader::TraceTableCount() const {
   if (IsXml()) return xml_.TraceTableCount();
   int32_t count = 0;

@@ -80,11 +80,6 @@ class SourceReader {
   std::string ScreenParameter(std::string_view id, int screen) const;
   /// CSV column 1 of the first row whose column 0 is `key`.
   std::string CsvValue(std::string_view key) const;
-  int16_t CsvFindRow(std::string_view key, int first_row, int last_row) const;
-  int16_t CsvFindRowWithValue(std::string_view key, std::string_view value, int first_row,
-                              int last_row) const;
-  int16_t CsvFindRowByPrefix(std::string_view prefix, int column, int first_row,
-                             int last_row) const;
   /// Trace tables in the whole file.
   int32_t TraceTableCount() const;
   /// Traces of screen `screen`. For CSV it also records the rows of the

@@ -78,11 +78,6 @@ void ChartPoint::SetMarkerSize(int32_t size) const {
   Format().marker_size = size;
 }
 
-std::optional<int32_t> ChartPoint::MarkerForegroundColor() const {
-  const PointFormat* format = Find();
-  return format != nullptr ? format->marker_foreground_color : std::nullopt;
-}
-
 void ChartPoint::SetMarkerForegroundColor(int32_t color) const {
   Format().marker_foreground_color = color;
 }
@@ -96,11 +91,6 @@ void ChartPoint::SetMarkerBackgroundColor(int32_t color) const {
   PointFormat& format = Format();
   format.marker_background_color = color;
   format.marker_background_color_index.reset();
-}
-
-std::optional<int32_t> ChartPoint::MarkerBackgroundColorIndex() const {
-  const PointFormat* format = Find();
-  return format != nullptr ? format->marker_background_color_index : std::nullopt;
 }
 
 void ChartPoint::SetMarkerBackgroundColorIndex(int32_t index) const {

@@ -78,11 +78,9 @@ class ChartPoint {
   int32_t MarkerSize() const;
   /// Marker size in points, 2 to 72; throws `RuntimeFailure` outside.
   void SetMarkerSize(int32_t size) const;
-  std::optional<int32_t> MarkerForegroundColor() const;
   void SetMarkerForegroundColor(int32_t color) const;
   std::optional<int32_t> MarkerBackgroundColor() const;
   void SetMarkerBackgroundColor(int32_t color) const;
-  std::optional<int32_t> MarkerBackgroundColorIndex() const;
   void SetMarkerBackgroundColorIndex(int32_t index) const;
   bool HasDataLabel() const;
   void SetHasDataLabel(bool has) const;

@@ -1,1 +1,0 @@
-// Intentionally empty: a library whose folder has no sources yet.
