@@ -5,8 +5,6 @@
 // application, LibreOffice Calc, must open every workbook and draw it, and
 // every XML part must validate against the OOXML schemas.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
@@ -22,6 +20,7 @@
 
 #include "app/converted_package.h"
 #include "app/instrument_sample.h"
+#include "app/shell_commands.h"
 #include "driver/settings.h"
 #include "testing/test_files.h"
 #include "workbook/model/application.h"
@@ -32,7 +31,11 @@ namespace z4400 {
 namespace {
 
 using testing::ConvertedPackage;
+using testing::HaveProgram;
 using testing::InstrumentSample;
+using testing::Quoted;
+using testing::ReadText;
+using testing::RunShell;
 using testing::SampleScreen;
 
 /// The samples that convert; "rejected_model.xml" is the one that does not.
@@ -41,35 +44,6 @@ const char* const kConvertedSamples[] = {"spectrum_dbm_markers.xml", "three_scre
                                          "log_x_axis.csv",           "linear_watts_volts.xml",
                                          "gap_in_trace.xml",         "digital_functions.csv"};
 constexpr char kRejectedSample[] = "rejected_model.xml";
-
-std::string Quoted(const std::string& text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return quoted + "'";
-}
-
-std::string ReadText(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-/// Runs `command` through the shell; its exit status, and what it wrote to
-/// stderr in `*err` when given.
-int RunShell(const std::string& command, std::string* err = nullptr) {
-  char name[] = "/tmp/z4400-e2e-XXXXXX";
-  const int fd = ::mkstemp(name);
-  if (fd >= 0) ::close(fd);
-  const int raw = std::system((command + " 2>" + Quoted(name) + " </dev/null").c_str());
-  if (err != nullptr) *err = ReadText(name);
-  std::remove(name);
-  return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-}
-
-bool HaveProgram(const std::string& name) {
-  return RunShell("command -v " + Quoted(name) + " >/dev/null") == 0;
-}
 
 /// "RRGGBB" of a colour stored as red + 256 × green + 65536 × blue.
 std::string Hex(int32_t color) {

@@ -94,9 +94,20 @@ TEST_F(WatchCommandTest, ConvertsEachFileOnceWhenCompleteAndAgainWhenReplaced) {
   const auto first_made = std::filesystem::last_write_time(out_ / "early.xlsx");
   WriteInstrumentFile(scratch_ / "newer.xml", 4);
   std::filesystem::rename(scratch_ / "newer.xml", in_ / "early.xml");
-  ASSERT_TRUE(
-      WaitFor([&] { return std::filesystem::last_write_time(out_ / "early.xlsx") != first_made; }));
-  std::this_thread::sleep_for(milliseconds(300));  // the summary follows the workbook
+  // The old workbook is removed before the new one is saved, so it may be
+  // missing for a moment.
+  const auto made_time = [](const std::filesystem::path& path) {
+    std::error_code error;
+    const auto time = std::filesystem::last_write_time(path, error);
+    return error ? std::filesystem::file_time_type::min() : time;
+  };
+  ASSERT_TRUE(WaitFor([&] {
+    const auto made = made_time(out_ / "early.xlsx");
+    return made != std::filesystem::file_time_type::min() && made != first_made;
+  }));
+  // The summary is rewritten after the workbook.
+  ASSERT_TRUE(WaitFor([&] { return made_time(summary) >= made_time(out_ / "early.xlsx"); }));
+  std::this_thread::sleep_for(milliseconds(300));
 
   ASSERT_EQ(::kill(watch.pid(), SIGINT), 0);
   const testing::RunResult result = watch.Wait();

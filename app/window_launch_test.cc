@@ -154,12 +154,17 @@ TEST_F(WindowLaunchTest, FilesGivenOpenTheWindowProgram) {
   const fs::path proc = fs::path("/proc") / std::to_string(child);
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
   std::error_code error;
-  while (fs::read_symlink(proc / "exe", error).filename() != kWindowProgram &&
-         std::chrono::steady_clock::now() < deadline) {
+  // The new program's name shows before its arguments do, so wait for both.
+  std::string command_line;
+  while (std::chrono::steady_clock::now() < deadline) {
+    command_line = ReadText(proc / "cmdline");
+    if (fs::read_symlink(proc / "exe", error).filename() == kWindowProgram &&
+        command_line.find(kWindowProgram) != std::string::npos) {
+      break;
+    }
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
   }
   EXPECT_EQ(fs::read_symlink(proc / "exe", error).filename(), kWindowProgram);
-  std::string command_line = ReadText(proc / "cmdline");
   std::replace(command_line.begin(), command_line.end(), '\0', ' ');
   EXPECT_NE(command_line.find("--settings-dir " + scratch_.path().string() +
                               " --excel-version 14 -- " + example.string()),

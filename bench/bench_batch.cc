@@ -236,6 +236,9 @@ class TimedStages : public ConversionStages {
   void CopyGraphSheets(const GeneralInfo& general, const MarkersInfo& markers) override {
     Time([&] { inner_->CopyGraphSheets(general, markers); });
   }
+  void SetPrintLayout(const GeneralInfo& general) override {
+    Time([&] { inner_->SetPrintLayout(general); });
+  }
 
  private:
   std::unique_ptr<ConversionStages> inner_;

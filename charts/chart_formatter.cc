@@ -22,8 +22,14 @@ constexpr double kRowPoints = 15;
 constexpr double kPointsPerPixel = 0.75;
 /// Gap kept between the chart and the cells around it, in points.
 constexpr double kChartInset = 3;
-/// Major ticks across a linear X axis.
+/// Major ticks across a linear X axis, and divisions of the instrument's
+/// screen.
 constexpr double kXDivisions = 10;
+constexpr double kScreenDivisions = 10;
+/// Level-unit codes: dB units up to 4, then watts and volts.
+constexpr int32_t kLastDbUnitCode = 4;
+constexpr int32_t kWattsCode = 5;
+constexpr int32_t kVoltsCode = 6;
 
 /// Left edge of `column` (from 1) on `sheet`, in points.
 double ColumnLeft(const Worksheet& sheet, int column) {
@@ -71,7 +77,49 @@ void FormatXScale(Axis& axis, const Worksheet& raw_data, const GeneralInfo& gene
   axis.SetMajorUnit((range->second - range->first) / kXDivisions);
 }
 
+/// Whether some series of `chart` plots a finite value from `minimum` to
+/// `maximum`.
+bool PlotsValueWithin(const Chart& chart, double minimum, double maximum) {
+  for (const auto& series : chart.SeriesCollection().items()) {
+    const ValueArray values = series->Values();
+    for (const CellValue& value : values.values()) {
+      if (!value.IsNumber()) continue;
+      const double number = value.Number();
+      if (std::isfinite(number) && number >= minimum && number <= maximum) return true;
+    }
+  }
+  return false;
+}
+
+/// Fixes the Y axis to `y_scale` when the chart shows something within it;
+/// otherwise the axis stays automatic, so that no chart comes out empty.
+void FormatYScale(Axis& axis, const Chart& chart, const std::optional<YScale>& y_scale) {
+  if (!y_scale || !PlotsValueWithin(chart, y_scale->minimum, y_scale->maximum)) return;
+  axis.SetMinimumScale(y_scale->minimum);
+  axis.SetMaximumScale(y_scale->maximum);
+  axis.SetMajorUnit(y_scale->major_unit);
+}
+
 }  // namespace
+
+std::optional<YScale> InstrumentYScale(const ScreenInfo& screen, const DigitalValues& digital,
+                                       const VerticalAxis& vertical) {
+  if (digital.DigitalMode == "ON") return std::nullopt;
+  const int32_t code = screen.LevelUnitCode;
+  YScale y;
+  if (screen.LogScale != 0 && code >= 0 && code <= kLastDbUnitCode) {
+    y = {screen.ReferenceLevel - kScreenDivisions * screen.VerticalScale, screen.ReferenceLevel,
+         screen.VerticalScale};
+  } else if (screen.LogScale == 0 && (code == kWattsCode || code == kVoltsCode)) {
+    const double top = screen.ReferenceLevel * vertical.VerticalFactor;
+    y = {0, top, top / kScreenDivisions};
+  } else {
+    return std::nullopt;
+  }
+  const bool usable = std::isfinite(y.minimum) && std::isfinite(y.maximum) &&
+                      std::isfinite(y.major_unit) && y.major_unit > 0 && y.maximum > y.minimum;
+  return usable ? std::optional<YScale>(y) : std::nullopt;
+}
 
 ChartAxisUnits ChartAxisUnitsOf(const ScreenInfo& screen, const DigitalValues& digital,
                                 const ScreenUnits& units, const TimeAxisEntry& zero_span,
@@ -131,7 +179,8 @@ void PlaceScreenChart(ChartObject& object, const Worksheet& report, int32_t scre
 void FormatScreenChart(Application& application, const ScreenInfo& screen,
                        const GeneralInfo& general, int32_t screen_index,
                        const ChartAxisUnits& units, const XAxisScale& scale,
-                       const ChartSettings& settings, ChartFeedback& feedback) {
+                       const std::optional<YScale>& y_scale, const ChartSettings& settings,
+                       ChartFeedback& feedback) {
   feedback.SetStatus(kFormattingStatus);
   Workbook& workbook = application.ActiveWorkbook();
   Worksheet& report = workbook.Worksheets()(kReportSheet);
@@ -158,6 +207,7 @@ void FormatScreenChart(Application& application, const ScreenInfo& screen,
   Axis& y_axis = chart.Axes(kXlValue);
   y_axis.SetHasTitle(true);
   y_axis.AxisTitle().SetText(YAxisTitle(screen.LevelUnitCode, units.vertical_unit));
+  FormatYScale(y_axis, chart, y_scale);
   y_axis.TickLabels().SetNumberFormat(kYAxisNumberFormat);
   y_axis.SetHasMajorGridlines(true);
   y_axis.MajorGridlines().Border().SetColor(settings.DivisionLineColor);

@@ -6,6 +6,7 @@
 #define Z4400_CHARTS_CHART_FORMATTER_H_
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "charts/chart_settings.h"
@@ -59,6 +60,26 @@ std::string XAxisTitle(double span, const std::string& x_unit);
 /// "Screen " + (screen_index + 1) + " Traces".
 std::string ChartTitleText(int32_t screen_index);
 
+/// A fixed scale of the Y axis, in the unit of the plotted values.
+struct YScale {
+  double minimum = 0;
+  double maximum = 0;
+  double major_unit = 0;
+  friend bool operator==(const YScale&, const YScale&) = default;
+};
+
+/// The Y scale of the instrument's own screen: the reference level at the
+/// top and ten divisions of the scale below it, in the unit the chart plots.
+/// A spectrum screen in a dB unit with a logarithmic vertical scale runs
+/// from the reference level down ten divisions of its "dB/div"; one in
+/// "Watts" or "Volts" with a linear scale from its reference level (the
+/// levels' unit times the screen's `VerticalFactor`, as the series plot
+/// them) down to 0 in ten steps. Any other screen (digital, dB levels on a
+/// linear scale, watts or volts on a logarithmic one), a scale that is not
+/// above 0 or bounds that are not finite give none.
+std::optional<YScale> InstrumentYScale(const ScreenInfo& screen, const DigitalValues& digital,
+                                       const VerticalAxis& vertical);
+
 /// Whether the screen's X axis is drawn logarithmically: its scale record is
 /// marked so, the plotted X values are all above 0 (a negative start is
 /// either skipped by the log-X option or mapped by the log-X-in-use flag),
@@ -73,14 +94,16 @@ void PlaceScreenChart(ChartObject& object, const Worksheet& report, int32_t scre
 /// Formats chart object `screen_index` + 1 of "Report" (announcing
 /// "Formatting the graph"): chart title, axis titles, X scale from the
 /// screen's first to its last X value on "Raw Data" with a tenth of the
-/// range as major unit (or the logarithmic bounds of `scale`), automatic Y
-/// scale, tick label formats, plot area and gridline colours from the
+/// range as major unit (or the logarithmic bounds of `scale`), the Y scale
+/// `y_scale` when the chart plots a value inside it (else automatic), tick
+/// label formats, plot area and gridline colours from the
 /// settings, legend below the plot, and its place on the sheet. A missing
 /// chart object throws `RuntimeFailure`.
 void FormatScreenChart(Application& application, const ScreenInfo& screen,
                        const GeneralInfo& general, int32_t screen_index,
                        const ChartAxisUnits& units, const XAxisScale& scale,
-                       const ChartSettings& settings, ChartFeedback& feedback);
+                       const std::optional<YScale>& y_scale, const ChartSettings& settings,
+                       ChartFeedback& feedback);
 
 }  // namespace z4400
 

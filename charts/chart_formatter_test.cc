@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "charts/chart_test_util.h"
 #include "charts/trace_series.h"
@@ -111,7 +114,7 @@ TEST(ChartFormatterTest, FormatsTheScreenChartBesideItsBlock) {
     info.Span = 100e6;
     info.LevelUnitCode = 0;
     FormatScreenChart(result.application(), info, general, screen, {"GHz", "dBm"}, XAxisScale{},
-                      settings, feedback);
+                      std::nullopt, settings, feedback);
 
     EXPECT_EQ(feedback.statuses.back(), "Formatting the graph");
     Worksheet& report = result.sheet("Report");
@@ -165,8 +168,8 @@ TEST(ChartFormatterTest, LogarithmicScreensTakeTheAxisBounds) {
   scale.AxisMax = 1;
   GeneralInfo general;
   general.TracePoints = 101;
-  FormatScreenChart(result.application(), info, general, 0, {"msec", "dBm"}, scale, ChartSettings{},
-                    feedback);
+  FormatScreenChart(result.application(), info, general, 0, {"msec", "dBm"}, scale, std::nullopt,
+                    ChartSettings{}, feedback);
   const Axis& x = result.sheet("Report").ChartObjects(1).Chart().Axes(kXlCategory);
   EXPECT_EQ(x.ScaleType(), kXlScaleLogarithmic);
   EXPECT_DOUBLE_EQ(x.MinimumScale(), 0.1);
@@ -183,10 +186,94 @@ TEST(ChartFormatterTest, WithoutXValuesTheScaleStaysAutomatic) {
   GeneralInfo general;
   general.TracePoints = 101;
   FormatScreenChart(result.application(), ScreenInfo{}, general, 0, {"sec", "dBm"}, XAxisScale{},
-                    ChartSettings{}, feedback);
+                    std::nullopt, ChartSettings{}, feedback);
   const Axis& x = result.sheet("Report").ChartObjects(1).Chart().Axes(kXlCategory);
   EXPECT_TRUE(x.MinimumScaleIsAuto());
   EXPECT_TRUE(x.MajorUnitIsAuto());
+}
+
+TEST(ChartFormatterTest, YScaleOfTheInstrumentScreen) {
+  const VerticalAxis millivolts{"mV", 1000};
+  const struct {
+    const char* name;
+    int32_t code;
+    int16_t log_scale;
+    double reference;
+    double scale;
+    const char* digital_mode;
+    std::optional<YScale> expected;
+  } cases[] = {
+      {"dBm, log", 0, -1, 10, 10, "OFF", YScale{-90, 10, 10}},
+      {"dBuVemf, log, 5 dB/div", 3, -1, 80, 5, "OFF", YScale{30, 80, 5}},
+      {"watts, linear: 10 mW as plotted", 5, 0, 0.01, 0.001, "OFF", YScale{0, 10, 1}},
+      {"volts, linear", 6, 0, 0.5, 0.05, "OFF", YScale{0, 500, 50}},
+      {"dBm on a linear scale", 0, 0, 10, 1, "OFF", std::nullopt},
+      {"watts on a log scale", 5, -1, 0.01, 10, "OFF", std::nullopt},
+      {"unknown unit", 13, -1, 0, 10, "OFF", std::nullopt},
+      {"digital screen", 0, -1, 0, 10, "ON", std::nullopt},
+      {"scale 0", 0, -1, 0, 0, "OFF", std::nullopt},
+      {"negative scale", 0, -1, 0, -10, "OFF", std::nullopt},
+      {"reference not finite", 0, -1, std::numeric_limits<double>::infinity(), 10, "OFF",
+       std::nullopt},
+      {"linear reference 0", 6, 0, 0, 1, "OFF", std::nullopt},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ScreenInfo screen;
+    screen.LevelUnitCode = c.code;
+    screen.LogScale = c.log_scale;
+    screen.ReferenceLevel = c.reference;
+    screen.VerticalScale = c.scale;
+    DigitalValues digital;
+    digital.DigitalMode = c.digital_mode;
+    const std::optional<YScale> y = InstrumentYScale(screen, digital, millivolts);
+    ASSERT_EQ(y.has_value(), c.expected.has_value());
+    if (!y) continue;
+    EXPECT_DOUBLE_EQ(y->minimum, c.expected->minimum);
+    EXPECT_DOUBLE_EQ(y->maximum, c.expected->maximum);
+    EXPECT_DOUBLE_EQ(y->major_unit, c.expected->major_unit);
+  }
+}
+
+TEST(ChartFormatterTest, YAxisClipsGapsUnlessNothingIsInside) {
+  // Plotted values in column I of "Raw Data": levels around 5 with the
+  // -200000 of a missing point; the screen runs from 0 to 10.
+  const struct {
+    const char* name;
+    std::vector<double> values;
+    bool fixed;
+  } cases[] = {
+      {"a gap is clipped", {4, 5, -200000, 6}, true},
+      {"a value at the top edge is inside", {10, -200000}, true},
+      {"nothing inside: automatic", {-200000, 20, -5}, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ResultWorkbook result;
+    RecordingFeedback feedback;
+    Worksheet& raw = result.sheet("Raw Data");
+    const int last_row = 12 + static_cast<int>(c.values.size()) - 1;
+    for (std::size_t k = 0; k < c.values.size(); ++k) {
+      raw.Cells(12 + static_cast<int>(k), 6).SetValue(static_cast<double>(k));
+      raw.Cells(12 + static_cast<int>(k), 9).SetValue(c.values[k]);
+    }
+    CellRange x_range = PrepareScreenChart(result.application(), 12, last_row);
+    AddTraceSeries(result.application(), ScreenInfo{}, 0, x_range,
+                   {12, static_cast<int16_t>(last_row), 0}, 0, ChartSettings{}, feedback);
+    GeneralInfo general;
+    general.TracePoints = static_cast<int32_t>(c.values.size());
+    FormatScreenChart(result.application(), ScreenInfo{}, general, 0, {"MHz", "mV"}, XAxisScale{},
+                      YScale{0, 10, 1}, ChartSettings{}, feedback);
+    const Axis& y = result.sheet("Report").ChartObjects(1).Chart().Axes(kXlValue);
+    EXPECT_EQ(!y.MinimumScaleIsAuto(), c.fixed);
+    EXPECT_EQ(!y.MaximumScaleIsAuto(), c.fixed);
+    EXPECT_EQ(!y.MajorUnitIsAuto(), c.fixed);
+    if (c.fixed) {
+      EXPECT_EQ(y.MinimumScale(), 0);
+      EXPECT_EQ(y.MaximumScale(), 10);
+      EXPECT_EQ(y.MajorUnit(), 1);
+    }
+  }
 }
 
 }  // namespace

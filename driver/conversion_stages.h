@@ -108,6 +108,8 @@ class ConversionStages {
   virtual bool LogXMark(int screen) = 0;
   /// Copies the charts of "Report" to sheets of their own.
   virtual void CopyGraphSheets(const GeneralInfo& general, const MarkersInfo& markers) = 0;
+  /// Lays out every sheet of the current workbook for printing.
+  virtual void SetPrintLayout(const GeneralInfo& general) = 0;
 };
 
 }  // namespace z4400

@@ -255,6 +255,8 @@ Converter::Flow Converter::ConvertFileSteps(ConversionJob& job) {
     status_.SetStatus("Copying graphs to separate sheets");
     stages_->CopyGraphSheets(job.General, job.Markers);
   }
+  // Part of finishing the workbook: no status text of its own.
+  stages_->SetPrintLayout(job.General);
   stages_->ActivateWorksheet(std::string(kReportSheet));
   status_.SetStatus("Saving All");
   stages_->SaveWorkbook();

@@ -125,6 +125,9 @@ class ScriptedStages : public ConversionStages {
   }
   bool LogXMark(int screen) override { return script_.log_x_screens.count(screen) != 0; }
   void CopyGraphSheets(const GeneralInfo&, const MarkersInfo&) override { Call("CopyGraphSheets"); }
+  void SetPrintLayout(const GeneralInfo& info) override {
+    Call("SetPrintLayout " + std::to_string(info.ContextCount));
+  }
 
  private:
   /// Records the call; acts on the script's failure, throw and cancel.
@@ -222,10 +225,11 @@ TEST(ConverterTest, StatusTextsOfOneFileInOrder) {
   EXPECT_EQ(f.CallsStartingWith("FormatChart"), std::vector<std::string>{"FormatChart 0 2"});
   EXPECT_EQ(f.CallsStartingWith("ReadXAxisData"), std::vector<std::string>{"ReadXAxisData 0"});
   EXPECT_EQ(f.CallsStartingWith("WriteMarkersDetails").size(), 2u);
-  // Report active, saved; one file keeps the spreadsheet application.
-  const std::vector<std::string> tail(f.calls.end() - 3, f.calls.end());
-  EXPECT_EQ(tail,
-            (std::vector<std::string>{"Activate Report", "SaveWorkbook", "DisplayAlerts on"}));
+  // Laid out for printing, Report active, saved; one file keeps the
+  // spreadsheet application.
+  const std::vector<std::string> tail(f.calls.end() - 4, f.calls.end());
+  EXPECT_EQ(tail, (std::vector<std::string>{"SetPrintLayout 2", "Activate Report", "SaveWorkbook",
+                                            "DisplayAlerts on"}));
   EXPECT_EQ(f.Count("QuitSpreadsheet"), 0);
   EXPECT_EQ(f.ui.controls_enabled, (std::vector<bool>{false, true}));
   EXPECT_TRUE(f.ui.file_list.empty()) << "the list is cleared after the run";

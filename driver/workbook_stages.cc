@@ -6,6 +6,7 @@
 #include "charts/chart_formatter.h"
 #include "charts/chart_markers.h"
 #include "charts/graph_sheets.h"
+#include "charts/print_layout.h"
 #include "charts/result_sheets.h"
 #include "charts/trace_series.h"
 #include "common/runtime_failure.h"
@@ -111,8 +112,13 @@ int16_t WorkbookStages::WriteGeneralInfo(const GeneralInfo& info, const std::str
 }
 
 int16_t WorkbookStages::WriteScreenConfig(int screen, ScreenInfo& info) {
-  return z4400::WriteScreenConfig(excel_, static_cast<int16_t>(screen), info,
-                                  source_.Digital(screen), screen_units_, source_.TimeAxis(screen));
+  const int16_t status =
+      z4400::WriteScreenConfig(excel_, static_cast<int16_t>(screen), info, source_.Digital(screen),
+                               screen_units_, source_.TimeAxis(screen));
+  // The block's reason ("Vertical-axis scale is 0") is the error text the
+  // failure message shows.
+  if (status != 0) source_.SetErrorText(ScreenUnitsOf(screen_units_, screen).Message);
+  return status;
 }
 
 RawScreenTables WorkbookStages::RawTables(int screen) {
@@ -158,8 +164,10 @@ void WorkbookStages::FormatChart(const ScreenInfo& info, const GeneralInfo& gene
   const ChartAxisUnits units =
       ChartAxisUnitsOf(info, source_.Digital(screen), ScreenUnitsOf(screen_units_, screen),
                        source_.TimeAxis(screen), source_.Vertical(screen));
+  const std::optional<YScale> y_scale =
+      InstrumentYScale(info, source_.Digital(screen), source_.Vertical(screen));
   FormatScreenChart(RunningApplication(), info, general, screen, units, x_axis_table_[slot],
-                    ChartSettingsOf(context_.settings), chart_feedback_);
+                    y_scale, ChartSettingsOf(context_.settings), chart_feedback_);
 }
 
 void WorkbookStages::WriteMarkersDetails(const MarkersInfo& markers, int screen) {
@@ -177,6 +185,11 @@ void WorkbookStages::CopyGraphSheets(const GeneralInfo& /*general*/,
                                      const MarkersInfo& /*markers*/) {
   z4400::CopyGraphSheets(RunningApplication(), spreadsheet_version_,
                          ChartSettingsOf(context_.settings));
+}
+
+void WorkbookStages::SetPrintLayout(const GeneralInfo& general) {
+  const std::string file_name = std::filesystem::path(general.SourcePath).filename().string();
+  z4400::SetPrintLayout(RunningApplication().ActiveWorkbook(), file_name, general.ContextCount);
 }
 
 // ---- Source stages of a screen ---------------------------------------------------------

@@ -71,6 +71,7 @@ class WorkbookStages : public ConversionStages {
                          int screen) override;
   bool LogXMark(int screen) override;
   void CopyGraphSheets(const GeneralInfo& general, const MarkersInfo& markers) override;
+  void SetPrintLayout(const GeneralInfo& general) override;
 
   /// The source reader and its per-screen tables.
   SourceReader& source() { return source_; }

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "driver/converter.h"
+#include "source/instrument_generator.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
 
@@ -74,6 +77,28 @@ TEST(WorkbookStagesTest, RejectedModelLeavesNoWorkbook) {
   ASSERT_EQ(run.ui.messages.size(), 1u);
   EXPECT_EQ(run.ui.messages[0].text, "Error occurred.\rExit from the application\r\rNot MQD data.");
   EXPECT_TRUE(std::filesystem::is_empty(run.output));
+}
+
+TEST(WorkbookStagesTest, ZeroVerticalScaleIsTheErrorText) {
+  // The second screen of a generated file has a vertical scale of 0: the
+  // file ends with the reason, and the partial workbook is kept.
+  GeneratorOptions options;
+  options.points = 21;
+  options.screens = {ScreenKind::kSpectrum, ScreenKind::kSpectrum};
+  GeneratedFile file = GenerateInstrumentFile(options);
+  for (auto& [id, value] : file.screens[1].parameters) {
+    if (id == "DD") value = "0";
+  }
+  RealConversion run;
+  const std::filesystem::path source = run.scratch / "zero_scale.xml";
+  std::ofstream(source) << InstrumentXml(file);
+  run.converter.AddFile(source.string());
+  EXPECT_NE(run.Start(), 0);
+  EXPECT_TRUE(run.ui.program_ended);
+  ASSERT_EQ(run.ui.messages.size(), 1u);
+  EXPECT_EQ(run.ui.messages[0].text,
+            "Error occurred.\rExit from the application\r\rVertical-axis scale is 0");
+  EXPECT_TRUE(std::filesystem::exists(run.output / "zero_scale.xlsx"));
 }
 
 TEST(WorkbookStagesTest, OldSpreadsheetVersionsWriteXls) {

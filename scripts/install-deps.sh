@@ -13,6 +13,9 @@ test_packages=(
   clang libclang-rt-14-dev libxlsxwriter-dev
   libreoffice-calc-nogui poppler-utils unzip desktop-file-utils
   clang-format clang-tidy python3
+  # Calibri's metrics for LibreOffice: workbooks print as the spreadsheet
+  # draws them, so the tests see the column widths a user sees.
+  fonts-crosextra-carlito
 )
 
 if [[ "${1:-}" == "--test" ]]; then

@@ -113,6 +113,10 @@ void WorkbookWatchStages::CopyGraphSheets(const GeneralInfo& general, const Mark
   inner_->CopyGraphSheets(general, markers);
 }
 
+void WorkbookWatchStages::SetPrintLayout(const GeneralInfo& general) {
+  inner_->SetPrintLayout(general);
+}
+
 StagesFactory WatchedStagesFactory(StagesFactory make_stages, WatchedWorkbook& watched) {
   return [make_stages = std::move(make_stages), &watched](const StageContext& context) {
     return std::make_unique<WorkbookWatchStages>(make_stages(context), watched);

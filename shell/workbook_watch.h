@@ -64,6 +64,7 @@ class WorkbookWatchStages : public ConversionStages {
                          int screen) override;
   bool LogXMark(int screen) override;
   void CopyGraphSheets(const GeneralInfo& general, const MarkersInfo& markers) override;
+  void SetPrintLayout(const GeneralInfo& general) override;
 
  private:
   std::unique_ptr<ConversionStages> inner_;

@@ -5,6 +5,7 @@
 
 #include "common/runtime_failure.h"
 #include "workbook/model/display_text.h"
+#include "workbook/model/text_width.h"
 #include "workbook/model/typed_input.h"
 #include "workbook/model/workbook.h"
 #include "workbook/model/worksheet.h"
@@ -14,8 +15,6 @@ namespace {
 
 // More cells than one value assignment or read may touch.
 constexpr long long kMaxValueCells = 1LL << 22;
-// Widest column, in characters.
-constexpr double kMaxColumnWidth = 255;
 
 long long CellCount(const CellArea& area) {
   return static_cast<long long>(area.RowCount()) * area.ColumnCount();
@@ -157,24 +156,14 @@ void CellRange::SetColumnWidth(double width) const {
 }
 
 void CellRange::AutoFit() const {
-  const StyleTable& styles = sheet_->Parent().Styles();
-  const CellGrid& grid = sheet_->grid();
-  const int last_row = std::min(area_.last_row, grid.RowCount());
+  const int last_row = std::min(area_.last_row, sheet_->grid().RowCount());
   for (int column = area_.first_column; column <= area_.last_column; ++column) {
-    std::size_t widest = 0;
+    double widest = 0;
     for (int row = area_.first_row; row <= last_row; ++row) {
-      const Cell* cell = grid.Find(row, column);
-      if (cell == nullptr || cell->kind() == CellKind::kEmpty) continue;
-      const std::string& format = styles.Get(sheet_->StyleAt(row, column)).number_format;
-      const std::size_t characters =
-          CharacterCount(DisplayText(sheet_->ValueAt(row, column), format));
-      widest = std::max(widest, characters);
+      widest = std::max(widest, ColumnWidthForCell(*sheet_, row, column));
     }
-    // A character of the default font is one width unit; the cell margins
-    // add a little under one more.
     sheet_->column(column).width =
-        widest == 0 ? kStandardColumnWidth
-                    : std::min(kMaxColumnWidth, static_cast<double>(widest) + 0.71);
+        widest == 0 ? kStandardColumnWidth : std::min(kMaxColumnWidth, widest);
   }
 }
 

@@ -22,7 +22,9 @@ std::unique_ptr<z4400::Chart> ChartSheet::ReleaseChart() {
 }
 
 std::unique_ptr<Sheet> ChartSheet::Clone(Workbook* workbook, std::string name) const {
-  return std::make_unique<ChartSheet>(workbook, std::move(name), chart_->Clone(workbook));
+  auto copy = std::make_unique<ChartSheet>(workbook, std::move(name), chart_->Clone(workbook));
+  copy->PageSetup() = PageSetup();
+  return copy;
 }
 
 }  // namespace z4400

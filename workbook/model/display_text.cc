@@ -70,28 +70,37 @@ std::string FormatDate(double serial, std::string_view format) {
 }
 
 std::string FormatNumber(double number, std::string_view format) {
-  int decimals = 10;
-  const std::size_t point = format.find('.');
-  if (format != "General" && !format.empty()) {
-    decimals = 0;
-    if (point != std::string_view::npos) {
-      for (std::size_t i = point + 1; i < format.size() && (format[i] == '0' || format[i] == '#');
-           ++i) {
-        ++decimals;
-      }
-    }
-  }
-  char buffer[64];
-  std::snprintf(buffer, sizeof buffer, "%.*f", decimals, number);
-  std::string text = buffer;
-  if (text.find('.') != std::string::npos) {
+  if (format.empty() || format == "General") {
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "%.10f", number);
+    std::string text = buffer;
     while (text.back() == '0') text.pop_back();
     if (text.back() == '.') text.pop_back();
+    if (text.size() > 11) {
+      std::snprintf(buffer, sizeof buffer, "%.5E", number);
+      text = buffer;
+    }
+    return text;
   }
-  if (text.size() > 11 && format == "General") {
-    std::snprintf(buffer, sizeof buffer, "%.5E", number);
-    text = buffer;
+  // Decimals: "0" places always show, "#" places only when not zero; a
+  // format with a point keeps it even when no decimal is left ("0.##"
+  // shows 60 as "60.").
+  int required = 0;
+  int optional = 0;
+  const std::size_t point = format.find('.');
+  if (point != std::string_view::npos) {
+    for (std::size_t i = point + 1; i < format.size() && (format[i] == '0' || format[i] == '#');
+         ++i) {
+      (format[i] == '0' ? required : optional) += 1;
+    }
   }
+  char buffer[400];
+  std::snprintf(buffer, sizeof buffer, "%.*f", required + optional, number);
+  std::string text = buffer;
+  if (point == std::string_view::npos) return text;
+  if (required + optional == 0) return text + ".";
+  const std::size_t keep = text.find('.') + 1 + static_cast<std::size_t>(required);
+  while (text.size() > keep && text.back() == '0') text.pop_back();
   return text;
 }
 

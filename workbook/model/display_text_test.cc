@@ -26,8 +26,13 @@ TEST(DisplayTextTest, ShowsValuesThroughTheirFormat) {
       {CellValue(DateValue{*DateSerial(2024, 12, 31)}), "dd/mmmm/yyyy", "31/December/2024"},
       {CellValue(0.5), "General", "0.5"},
       {CellValue(1.23456), "0.###", "1.235"},
-      {CellValue(-10.0), "0.##", "-10"},
-      {CellValue(2.0), "##.#", "2"},
+      {CellValue(-10.0), "0.##", "-10."},  // the point stays without decimals
+      {CellValue(2.0), "##.#", "2."},
+      {CellValue(3.0), "##", "3"},
+      {CellValue(524750.0), "0.000", "524750.000"},  // "0" places always show
+      {CellValue(-0.5), "0.000", "-0.500"},
+      {CellValue(93.13333333333), "0.#########", "93.133333333"},
+      {CellValue(909.75), "0.#########", "909.75"},
       {CellValue(1e15), "General", "1.00000E+15"},
       {CellValue("dBm"), "0.###", "dBm"},
       {CellValue(true), "General", "TRUE"},

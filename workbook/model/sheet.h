@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "workbook/model/page_setup.h"
+
 namespace z4400 {
 
 class Workbook;
@@ -51,6 +53,10 @@ class Sheet {
   /// and becomes the active sheet. Returns the copy.
   Sheet& Copy(const Sheet* before, const Sheet* after);
 
+  /// How the sheet prints.
+  z4400::PageSetup& PageSetup() { return page_setup_; }
+  const z4400::PageSetup& PageSetup() const { return page_setup_; }
+
   /// A deep copy named `name` belonging to `workbook`.
   virtual std::unique_ptr<Sheet> Clone(Workbook* workbook, std::string name) const = 0;
 
@@ -63,6 +69,7 @@ class Sheet {
   Workbook* workbook_;
   SheetType type_;
   std::string name_;
+  z4400::PageSetup page_setup_;
 };
 
 /// Whether `name` may name a sheet (length and characters only).

@@ -147,6 +147,8 @@ std::unique_ptr<Sheet> Worksheet::Clone(Workbook* workbook, std::string name) co
   copy->protected_ = protected_;
   copy->frozen_rows_ = frozen_rows_;
   copy->auto_filter_ = auto_filter_;
+  copy->page_breaks_ = page_breaks_;
+  copy->PageSetup() = PageSetup();
   for (const auto& object : charts_) {
     copy->charts_.push_back(std::make_unique<ChartObject>(
         copy.get(), object->Name(), object->Chart().Clone(workbook), object->Left(), object->Top(),

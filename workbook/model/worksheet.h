@@ -19,6 +19,8 @@ namespace z4400 {
 
 /// The spreadsheet's standard column width, in character units.
 inline constexpr double kStandardColumnWidth = 8.43;
+/// The widest column, in character units.
+inline constexpr double kMaxColumnWidth = 255;
 
 /// Format of a whole column: width and the style new cells take.
 struct ColumnFormat {
@@ -47,6 +49,10 @@ class Worksheet : public Sheet {
   ChartObjectList ChartObjects() { return ChartObjectList(this); }
   /// Chart object `index`, from 1. Throws `RuntimeFailure` when absent.
   ChartObject& ChartObjects(int index) { return ChartObjectList(this).Item(index); }
+
+  /// The page breaks between its rows.
+  HPageBreakList& HPageBreaks() { return page_breaks_; }
+  const HPageBreakList& HPageBreaks() const { return page_breaks_; }
 
   /// Protects the cells against writing (no password).
   void Protect() { protected_ = true; }
@@ -100,6 +106,7 @@ class Worksheet : public Sheet {
   CellGrid grid_;
   std::map<int, ColumnFormat> columns_;
   std::vector<std::unique_ptr<ChartObject>> charts_;
+  HPageBreakList page_breaks_;
   bool protected_ = false;
   int frozen_rows_ = 0;
   std::optional<CellArea> auto_filter_;

@@ -16,6 +16,10 @@ inline constexpr int32_t kXlNormal = -4143;
 // Save-as access mode.
 inline constexpr int32_t kXlNoChange = 1;
 
+// Page orientations.
+inline constexpr int32_t kXlPortrait = 1;
+inline constexpr int32_t kXlLandscape = 2;
+
 // Axis types and groups.
 inline constexpr int32_t kXlCategory = 1;
 inline constexpr int32_t kXlValue = 2;

@@ -1,5 +1,6 @@
 #include "workbook/reports/markers_details_sheet.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -8,9 +9,11 @@
 #include "common/runtime_failure.h"
 #include "common/sheet_names.h"
 #include "common/trace_letters.h"
+#include "workbook/model/text_width.h"
 #include "workbook/reports/general_info_sheet.h"
 #include "workbook/reports/raw_data_sheet.h"
 #include "workbook/reports/report_lines.h"
+#include "workbook/reports/screen_config_sheet.h"
 
 namespace z4400 {
 namespace {
@@ -21,6 +24,7 @@ constexpr std::string_view kPositionFormat = "0.#########";
 constexpr std::string_view kScaledLevelFormat = "0.000";
 constexpr std::string_view kLevelFormat = "0.00";
 constexpr int kListedMarkers = 10;
+constexpr int kListColumns = 6;
 constexpr double kListLabelWidth = 18;
 constexpr std::array<std::string_view, 6> kColumnHeaders = {"Marker", "Trace", "Position",
                                                             "Unit",   "Level", "Unit"};
@@ -117,6 +121,7 @@ int DeltaReferenceOf(const MarkersInfo& markers) {
 
 int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
                         const MarkerAxes& axes, int screen) {
+  const int16_t first_row = row;
   // The label column holds "Marker List Screen" and "Reference": as wide as
   // the label column of the report blocks, so neither is cut off.
   sheet.Columns(column).SetColumnWidth(kListLabelWidth);
@@ -134,6 +139,7 @@ int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const Mar
     WriteMarkerRow(sheet, row, column, entry);
     row = NextRow(row);
   }
+  for (int i = 0; i < kListColumns; ++i) WidenColumnToFit(sheet, column + i, first_row, row - 1);
   return row;
 }
 
@@ -146,8 +152,12 @@ void WriteMarkersDetails(const ExcelApp& excel, const MarkersInfo& markers, cons
   heading.Font().SetItalic(true);
   rows.details_row = NextRow(WriteMarkerList(details, rows.details_row, 1, markers, axes, screen));
 
+  // On "Report" each list starts beside its screen's configuration block,
+  // so that block, chart and list print on one page.
   Worksheet& report = ActivateWorksheet(excel, kReportSheet);
-  rows.report_row = NextRow(WriteMarkerList(report, rows.report_row, 10, markers, axes, screen));
+  const int16_t report_row =
+      std::max(rows.report_row, ScreenConfigRow(static_cast<int16_t>(screen)));
+  rows.report_row = NextRow(WriteMarkerList(report, report_row, 10, markers, axes, screen));
 }
 
 }  // namespace z4400

@@ -25,7 +25,7 @@ inline constexpr std::string_view kMarkersDetailsHeading = "Markers Detailed Rep
 /// workbook, so that the lists of successive screens follow each other.
 struct MarkerListRows {
   int16_t details_row = 3;  ///< "Markers Details", from column A
-  int16_t report_row = 9;   ///< "Report", from column J
+  int16_t report_row = 9;   ///< "Report", from column J (at the earliest)
 };
 
 /// How a screen's marker positions and levels read.
@@ -66,14 +66,16 @@ int DeltaReferenceOf(const MarkersInfo& markers);
 /// Writes the list of screen `screen` at (`row`, `column`) of `sheet`:
 /// "Marker List Screen" with the screen number (bold), a row of column
 /// headers, one row per listed marker (number, trace letter, position with
-/// its unit, level with its unit; the rows of `ListedMarkers`). Returns the
-/// row after the list's last row.
+/// its unit, level with its unit; the rows of `ListedMarkers`). The list's
+/// six columns are widened where a text or number of the list would not
+/// show whole. Returns the row after the list's last row.
 int16_t WriteMarkerList(Worksheet& sheet, int16_t row, int16_t column, const MarkersInfo& markers,
                         const MarkerAxes& axes, int screen);
 
 /// The list of screen `screen` on "Markers Details" (with its heading "Markers
-/// Detailed Report" in A1, bold and italic) and on "Report", each at the
-/// next free row of `rows`, which then move past the list and one empty row.
+/// Detailed Report" in A1, bold and italic) at the next free row of `rows`,
+/// and on "Report" at the next free row but not above the screen's
+/// configuration block; `rows` then move past the lists and one empty row.
 /// Leaves "Report" active. A missing sheet throws `RuntimeFailure`.
 void WriteMarkersDetails(const ExcelApp& excel, const MarkersInfo& markers, const MarkerAxes& axes,
                          int screen, MarkerListRows& rows);

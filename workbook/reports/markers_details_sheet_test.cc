@@ -55,18 +55,22 @@ TEST(MarkersDetailsSheetTest, ListsOnBothSheetsFollowEachOther) {
   EXPECT_TRUE(details.Range("A1").Font().Italic());
   EXPECT_TRUE(At(report, "A1").IsEmpty());
 
-  // Screen 1: heading, column headers, three markers; one empty row; screen
-  // 2: heading and column headers; one empty row; screen 3.
+  // "Markers Details": screen 1's heading, column headers, three markers;
+  // one empty row; screen 2's heading and column headers; one empty row;
+  // screen 3. "Report": each list beside its screen's configuration block.
   const struct {
     Worksheet* sheet;
     int first_row;
     int column;
-  } kPlaces[] = {{&details, 3, 1}, {&report, 9, 10}};
+    int screen_rows[3];
+    int next_row;
+  } kPlaces[] = {{&details, 3, 1, {3, 3 + 6, 3 + 6 + 3}, 3 + 15},
+                 {&report, 9, 10, {9, 26, 43}, 43 + 6}};
   for (const auto& place : kPlaces) {
     Worksheet& sheet = *place.sheet;
     const int c = place.column;
     const int r = place.first_row;
-    const int screen_rows[] = {r, r + 2 + 3 + 1, r + 2 + 3 + 1 + 2 + 1};
+    const int* screen_rows = place.screen_rows;
     for (int s = 0; s < 3; ++s) {
       EXPECT_EQ(sheet.Cells(screen_rows[s], c).Value(), CellValue("Marker List Screen"))
           << sheet.Name() << " " << s;
@@ -77,8 +81,7 @@ TEST(MarkersDetailsSheetTest, ListsOnBothSheetsFollowEachOther) {
     }
     // Wide enough for "Marker List Screen" beside the screen number.
     EXPECT_GE(sheet.ColumnWidthAt(c), 18.0) << sheet.Name();
-    EXPECT_EQ(rows.details_row, 3 + 15);
-    EXPECT_EQ(rows.report_row, 9 + 15);
+    EXPECT_EQ(sheet.Name() == "Report" ? rows.report_row : rows.details_row, place.next_row);
     EXPECT_TRUE(sheet.Cells(screen_rows[1] + 2, c).Value().IsEmpty());
     // Markers 1, 2 and 4 of the first screen.
     const struct {
@@ -100,6 +103,32 @@ TEST(MarkersDetailsSheetTest, ListsOnBothSheetsFollowEachOther) {
       EXPECT_EQ(sheet.Cells(row, c + 5).Value(), CellValue("dBm"));
     }
   }
+}
+
+TEST(MarkersDetailsSheetTest, ColumnsShowEveryTextAndNumberWhole) {
+  ExcelApp excel = StartWithResultSheets();
+  Worksheet& sheet = SheetOf(excel, "Markers Details");
+  MarkersInfo info;
+  info.DeltaMode = 1;
+  // Position 93.133333333 MHz; level 0.52475 mW, shown as 524750.000 nW.
+  info.Markers[0] = Marker(0, 93133333.333, 0.00052475);
+  info.Markers[1] = Marker(1, 1e6, 0.0001);  // 100000.000 nW
+  WriteMarkerList(sheet, 3, 1, info, MarkerAxes{false, "Watts"}, 0);
+  // Needed widths, in digit widths plus the cell margin: "93.133333333" is
+  // 11.5 digits wide (13 characters), "524750.000" 9.5 (11), the bold
+  // "Position" 6.9 (9); "Marker List Screen" in bold needs 17 of the 18
+  // the label column has anyway.
+  const struct {
+    int column;
+    double width;
+  } kWidths[] = {{1, 18}, {2, kStandardColumnWidth}, {3, 13}, {4, kStandardColumnWidth},
+                 {5, 11}, {6, kStandardColumnWidth}};
+  for (const auto& w : kWidths) EXPECT_EQ(sheet.ColumnWidthAt(w.column), w.width) << w.column;
+
+  // A list never narrows a column.
+  sheet.Columns(3).SetColumnWidth(40);
+  WriteMarkerList(sheet, 20, 1, info, MarkerAxes{false, "Watts"}, 0);
+  EXPECT_EQ(sheet.ColumnWidthAt(3), 40);
 }
 
 TEST(MarkersDetailsSheetTest, DeltaModeAddsReferenceRow) {

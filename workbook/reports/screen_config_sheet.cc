@@ -5,6 +5,8 @@
 
 #include "common/eng_units.h"
 #include "common/runtime_failure.h"
+#include "workbook/model/text_width.h"
+#include "workbook/reports/general_info_sheet.h"
 #include "workbook/reports/report_lines.h"
 
 namespace z4400 {
@@ -14,6 +16,9 @@ constexpr std::string_view kGeneral = "General";
 constexpr std::string_view kTextFormat = "0.###";
 constexpr std::string_view kLevelFormat = "0.##";
 constexpr double kMicroseconds = 1000000;
+/// Columns of the values and of their units.
+constexpr int kValueColumn = 2;
+constexpr int kUnitColumn = 3;
 
 /// numerator ÷ denominator for a unit factor; a zero denominator is the
 /// floating-point fault of the division.
@@ -136,18 +141,10 @@ void WriteDigitalScale(Worksheet& sheet, ReportCursor& cursor, const ScreenInfo&
   WriteReportLineUnit(sheet, cursor, "Scale", scale.Scaled, scale.Unit + "/div", kGeneral);
 }
 
-}  // namespace
-
-int16_t ScreenConfigRow(int16_t screen_index) {
-  return static_cast<int16_t>(screen_index * 17 + 9);
-}
-
-int16_t WriteScreenConfig(const ExcelApp& excel, int16_t screen_index, const ScreenInfo& screen,
-                          const DigitalValues& digital, ScreenUnitTable& units,
-                          TimeAxisEntry& zero_span) {
-  ScreenUnits& screen_units = ScreenUnitsOf(units, screen_index);
-  Worksheet& sheet = ActiveWorksheet(excel);
-  ReportCursor cursor{ScreenConfigRow(screen_index), 1};
+/// The rows of the block from `cursor`; the status of `WriteScreenConfig`.
+int16_t WriteBlockRows(Worksheet& sheet, ReportCursor& cursor, int16_t screen_index,
+                       const ScreenInfo& screen, const DigitalValues& digital,
+                       ScreenUnits& screen_units, TimeAxisEntry& zero_span) {
   BoldPair(sheet, cursor.row, cursor.column);
   WriteReportLine(sheet, cursor, "Screen", std::to_string(screen_index + 1), "##");
 
@@ -180,6 +177,29 @@ int16_t WriteScreenConfig(const ExcelApp& excel, int16_t screen_index, const Scr
   }
   WriteReportLineUnit(sheet, cursor, "Attenuation", screen.DualChannelAttenuation, "dB", "##.#");
   return 0;
+}
+
+}  // namespace
+
+int16_t ScreenConfigRow(int16_t screen_index) {
+  return static_cast<int16_t>(screen_index * 17 + 9);
+}
+
+int16_t WriteScreenConfig(const ExcelApp& excel, int16_t screen_index, const ScreenInfo& screen,
+                          const DigitalValues& digital, ScreenUnitTable& units,
+                          TimeAxisEntry& zero_span) {
+  ScreenUnits& screen_units = ScreenUnitsOf(units, screen_index);
+  Worksheet& sheet = ActiveWorksheet(excel);
+  const int16_t first_row = ScreenConfigRow(screen_index);
+  ReportCursor cursor{first_row, 1};
+  const int16_t status =
+      WriteBlockRows(sheet, cursor, screen_index, screen, digital, screen_units, zero_span);
+  // The values and units show whole. "Raw Data" keeps the unit column its
+  // sheet layout fixed; a longer unit runs into the empty column beside it.
+  WidenColumnToFit(sheet, kValueColumn, first_row, cursor.row - 1);
+  if (sheet.Name() != kRawDataSheet)
+    WidenColumnToFit(sheet, kUnitColumn, first_row, cursor.row - 1);
+  return status;
 }
 
 }  // namespace z4400

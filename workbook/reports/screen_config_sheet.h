@@ -22,7 +22,9 @@ int16_t ScreenConfigRow(int16_t screen_index);
 /// Writes the block of screen `screen_index` (0 to 2) on the active
 /// worksheet from column A, the "Screen" row bold. `digital` holds the
 /// screen's digital settings as the screen reader read them (times in
-/// microseconds).
+/// microseconds). Columns B and C (not C on "Raw Data", whose width the
+/// sheet layout fixes) are widened where a value or unit of the block would
+/// not show whole.
 ///
 /// Fills record `screen_index` of `units`: the time unit and factor of a
 /// digital screen, the X unit and factor of a spectrum screen, the vertical

@@ -1,10 +1,11 @@
 #include "workbook/xlsx/xlsx_chartsheet_part.h"
 
+#include "workbook/xlsx/xlsx_print_settings.h"
 #include "workbook/xlsx/xml_writer.h"
 
 namespace z4400 {
 
-std::string WriteChartsheetPart(bool selected) {
+std::string WriteChartsheetPart(bool selected, const PageSetup& setup) {
   XmlWriter xml;
   xml.StartTag(
       "chartsheet",
@@ -24,6 +25,8 @@ std::string WriteChartsheetPart(bool selected) {
                                {"bottom", 0.75},
                                {"header", 0.3},
                                {"footer", 0.3}});
+  WritePageSetup(xml, setup, false);
+  WriteHeaderFooter(xml, setup);
   xml.EmptyTag("drawing", {{"r:id", "rId1"}});
   xml.EndTag("chartsheet");
   return xml.Release();

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "workbook/model/cell_address.h"
+#include "workbook/xlsx/xlsx_print_settings.h"
 #include "workbook/xlsx/xml_writer.h"
 
 namespace z4400 {
@@ -257,6 +258,7 @@ std::string WriteSheetPart(const Worksheet& sheet, CellTables& tables, bool sele
       "worksheet",
       {{"xmlns", "http://schemas.openxmlformats.org/spreadsheetml/2006/main"},
        {"xmlns:r", "http://schemas.openxmlformats.org/officeDocument/2006/relationships"}});
+  WriteWorksheetPr(xml, sheet.PageSetup());
   WriteDimension(xml, used);
   WriteSheetViews(xml, sheet, selected);
   xml.EmptyTag("sheetFormatPr", {{"defaultRowHeight", 15}});
@@ -272,6 +274,9 @@ std::string WriteSheetPart(const Worksheet& sheet, CellTables& tables, bool sele
                                {"bottom", 0.75},
                                {"header", 0.3},
                                {"footer", 0.3}});
+  WritePageSetup(xml, sheet.PageSetup(), true);
+  WriteHeaderFooter(xml, sheet.PageSetup());
+  WriteRowBreaks(xml, sheet.HPageBreaks());
   if (has_drawing) xml.EmptyTag("drawing", {{"r:id", "rId1"}});
   xml.EndTag("worksheet");
   return xml.Release();

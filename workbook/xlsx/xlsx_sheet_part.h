@@ -1,6 +1,6 @@
 // "xl/worksheets/sheetN.xml" of a saved workbook: the used area, column
-// widths and formats, every stored cell row by row, protection, and the
-// link to the sheet's drawing when it has charts.
+// widths and formats, every stored cell row by row, protection, the print
+// settings, and the link to the sheet's drawing when it has charts.
 #ifndef Z4400_WORKBOOK_XLSX_XLSX_SHEET_PART_H_
 #define Z4400_WORKBOOK_XLSX_XLSX_SHEET_PART_H_
 

@@ -86,7 +86,7 @@ bool WriteSheets(const Workbook& workbook, const PackageLayout& layout, CellTabl
       }
       for (const auto& object : worksheet.chart_objects()) charts.push_back(&object->Chart());
     } else {
-      if (!sink(part, WriteChartsheetPart(selected))) return false;
+      if (!sink(part, WriteChartsheetPart(selected, sheet.PageSetup()))) return false;
       if (!sink(DrawingPartName(entry.drawing_number), WriteChartsheetDrawing())) return false;
       charts.push_back(&static_cast<const ChartSheet&>(sheet).Chart());
     }

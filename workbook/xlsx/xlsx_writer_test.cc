@@ -11,6 +11,7 @@
 #include <tuple>
 #include <vector>
 
+#include "common/runtime_failure.h"
 #include "testing/test_files.h"
 #include "workbook/model/application.h"
 #include "workbook/model/workbook.h"
@@ -184,6 +185,78 @@ TEST(XlsxWriterTest, ChartSheetsAndEmbeddedChartsTogether) {
   EXPECT_NE(members.at("xl/drawings/drawing2.xml").find("xdr:absoluteAnchor"), std::string::npos);
   EXPECT_NE(members.at("xl/workbook.xml").find("activeTab=\"3\""), std::string::npos);
   EXPECT_NE(members.at("xl/chartsheets/sheet1.xml").find("tabSelected=\"1\""), std::string::npos);
+}
+
+TEST(XlsxWriterTest, PrintSettingsOfWorksheetsAndChartSheets) {
+  ScratchDir dir;
+  Application app;
+  Workbook& book = app.Workbooks().Add();
+  FillConverterWorkbook(book);
+  Worksheet& report = book.Worksheets()("Report");
+  PageSetup& fitted = report.PageSetup();
+  fitted.SetOrientation(kXlLandscape);
+  fitted.SetZoom(0);
+  fitted.SetFitToPagesWide(1);
+  fitted.SetFitToPagesTall(0);
+  fitted.SetLeftFooter("R&&D <1>.xml");
+  fitted.SetCenterFooter("&A");
+  fitted.SetRightFooter("Page &P of &N");
+  report.HPageBreaks().Add(43);
+  report.HPageBreaks().Add(26);
+  report.HPageBreaks().Add(26);
+  book.Worksheets()("Raw Data").PageSetup().SetZoom(75);
+  ChartSheet& graph = book.Charts().Add(nullptr, book.sheets().back().get());
+  graph.PageSetup().SetOrientation(kXlLandscape);
+  graph.PageSetup().SetCenterFooter("&A");
+  Series& series = graph.Chart().SeriesCollection().NewSeries();
+  series.SetXValues(book.Worksheets()("Raw Data").Range("F12:F412"));
+  series.SetValues(book.Worksheets()("Raw Data").Range("I12:I412"));
+
+  const PackageMembers members = SaveAndRead(book, dir / "print.xlsx");
+  ExpectValidPackage(members);
+  const auto parse = [&members](const std::string& part, pugi::xml_document& xml) {
+    ASSERT_TRUE(xml.load_string(members.at(part).c_str())) << part;
+  };
+  pugi::xml_document sheet;
+  parse("xl/worksheets/sheet1.xml", sheet);
+  const pugi::xml_node root = sheet.child("worksheet");
+  EXPECT_STREQ(root.first_child().name(), "sheetPr");
+  EXPECT_STREQ(root.child("sheetPr").child("pageSetUpPr").attribute("fitToPage").value(), "1");
+  const pugi::xml_node setup = root.child("pageSetup");
+  EXPECT_STREQ(setup.attribute("orientation").value(), "landscape");
+  EXPECT_STREQ(setup.attribute("fitToWidth").value(), "1");
+  EXPECT_STREQ(setup.attribute("fitToHeight").value(), "0");
+  EXPECT_STREQ(root.child("headerFooter").child_value("oddFooter"),
+               "&LR&&D <1>.xml&C&A&RPage &P of &N");
+  // A break is stored at the last row of the page before it.
+  const pugi::xml_node breaks = root.child("rowBreaks");
+  EXPECT_STREQ(breaks.attribute("count").value(), "2");
+  std::vector<std::string> ids;
+  for (const pugi::xml_node brk : breaks.children("brk")) {
+    ids.push_back(brk.attribute("id").value());
+    EXPECT_STREQ(brk.attribute("man").value(), "1");
+  }
+  EXPECT_EQ(ids, (std::vector<std::string>{"25", "42"}));
+
+  pugi::xml_document raw;
+  parse("xl/worksheets/sheet2.xml", raw);
+  EXPECT_FALSE(raw.child("worksheet").child("sheetPr"));
+  EXPECT_STREQ(raw.child("worksheet").child("pageSetup").attribute("scale").value(), "75");
+  EXPECT_FALSE(raw.child("worksheet").child("headerFooter"));
+  EXPECT_FALSE(raw.child("worksheet").child("rowBreaks"));
+
+  pugi::xml_document chartsheet;
+  parse("xl/chartsheets/sheet1.xml", chartsheet);
+  EXPECT_STREQ(chartsheet.child("chartsheet").child("pageSetup").attribute("orientation").value(),
+               "landscape");
+  EXPECT_STREQ(chartsheet.child("chartsheet").child("headerFooter").child_value("oddFooter"),
+               "&C&A");
+
+  // Settings the file cannot hold are refused.
+  EXPECT_THROW(fitted.SetOrientation(3), RuntimeFailure);
+  EXPECT_THROW(fitted.SetZoom(5), RuntimeFailure);
+  EXPECT_THROW(fitted.SetFitToPagesWide(-1), RuntimeFailure);
+  EXPECT_THROW(report.HPageBreaks().Add(1), RuntimeFailure);
 }
 
 TEST(XlsxWriterTest, FrozenHeaderRowsAndFilters) {
