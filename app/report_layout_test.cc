@@ -79,7 +79,7 @@ class ReportLayoutTest : public ::testing::Test {
   static void SetUpTestSuite() {
     const char* program = std::getenv("Z4400_CONV");
     if (program == nullptr) return;
-    scratch_ = new testing::ScratchDir();
+    scratch_ = std::make_unique<testing::ScratchDir>();
     out_ = scratch_->path() / "out";
     std::filesystem::create_directories(out_);
     std::vector<std::filesystem::path> sources = WriteGeneratedFiles(scratch_->path());
@@ -93,7 +93,7 @@ class ReportLayoutTest : public ::testing::Test {
                           Quoted(out_.string());
     for (const auto& source : sources) command += " " + Quoted(source.string());
     batch_status_ = RunShell(command + " >/dev/null", &batch_err_);
-    converted_ = new std::map<std::string, Converted>();
+    converted_ = std::make_unique<std::map<std::string, Converted>>();
     for (const auto& source : sources) {
       Converted& c = (*converted_)[source.stem().string()];
       c.source = source;
@@ -108,10 +108,8 @@ class ReportLayoutTest : public ::testing::Test {
     }
   }
   static void TearDownTestSuite() {
-    delete converted_;
-    converted_ = nullptr;
-    delete scratch_;
-    scratch_ = nullptr;
+    converted_.reset();
+    scratch_.reset();
   }
   void SetUp() override {
     if (std::getenv("Z4400_CONV") == nullptr) GTEST_SKIP() << "Z4400_CONV not set";
@@ -119,16 +117,16 @@ class ReportLayoutTest : public ::testing::Test {
     ASSERT_EQ(converted_->size(), 9u);
   }
 
-  static testing::ScratchDir* scratch_;
+  static std::unique_ptr<testing::ScratchDir> scratch_;
   static std::filesystem::path out_;
-  static std::map<std::string, Converted>* converted_;
+  static std::unique_ptr<std::map<std::string, Converted>> converted_;
   static int batch_status_;
   static std::string batch_err_;
 };
 
-testing::ScratchDir* ReportLayoutTest::scratch_ = nullptr;
+std::unique_ptr<testing::ScratchDir> ReportLayoutTest::scratch_;
 std::filesystem::path ReportLayoutTest::out_;
-std::map<std::string, Converted>* ReportLayoutTest::converted_ = nullptr;
+std::unique_ptr<std::map<std::string, Converted>> ReportLayoutTest::converted_;
 int ReportLayoutTest::batch_status_ = -1;
 std::string ReportLayoutTest::batch_err_;
 

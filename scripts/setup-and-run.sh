@@ -11,5 +11,5 @@ cmake -S . -B build/release -G Ninja -DCMAKE_BUILD_TYPE=Release -DZ4400_BUILD_TE
 cmake --build build/release --target z4400conv
 
 mkdir -p out
+# z4400conv names each workbook it writes on stdout.
 build/release/app/z4400conv --batch --output-dir out/ --overwrite examples/*.xml examples/*.csv
-for workbook in out/*.xlsx; do echo "$workbook"; done
