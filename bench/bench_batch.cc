@@ -79,6 +79,7 @@ struct BenchFolder {
 /// Runs the program and waits for it; returns its exit status.
 int RunProcess(const std::vector<std::string>& arguments) {
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
   const pid_t child = ::fork();

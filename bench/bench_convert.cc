@@ -160,6 +160,7 @@ double BatchPeakMiB(int count) {
     arguments.push_back(link.string());
   }
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) argv.push_back(argument.data());
   argv.push_back(nullptr);
   const pid_t child = ::fork();

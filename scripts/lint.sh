@@ -4,17 +4,29 @@
 # the repository's .clang-tidy over a Release build's compile commands.
 #   scripts/lint.sh            the whole tree (as CI runs it)
 #   scripts/lint.sh --changed  only the files changed against main (quick)
+#   --build-dir DIR            the Release build whose compile commands
+#                              clang-tidy follows (configured when missing;
+#                              build/rel unless given)
 # Exits non-zero on the first check that finds anything.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 mode=all
-if [[ ${1:-} == --changed ]]; then
-  mode=changed
-elif [[ $# -gt 0 ]]; then
-  echo "usage: scripts/lint.sh [--changed]" >&2
-  exit 2
-fi
+build_dir=build/rel
+while [[ $# -gt 0 ]]; do
+  case $1 in
+    --changed) mode=changed ;;
+    --build-dir)
+      build_dir=${2:?--build-dir needs a folder}
+      shift
+      ;;
+    *)
+      echo "usage: scripts/lint.sh [--changed] [--build-dir DIR]" >&2
+      exit 2
+      ;;
+  esac
+  shift
+done
 
 if [[ $mode == changed ]]; then
   base=$(git merge-base HEAD main)
@@ -32,7 +44,6 @@ fi
 echo "== include layers"
 python3 scripts/check-layers.py
 
-build_dir=build/rel
 if [[ ! -f $build_dir/compile_commands.json ]]; then
   cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
 fi

@@ -44,7 +44,7 @@ QMessageBox::Icon IconOf(MessageKind kind) {
 /// The folder and file name a dialog starts with.
 QString StartPath(const FileDialogRequest& request) {
   if (request.initial_name.empty()) return ToQt(request.initial_folder);
-  const QString name = ToQt(request.initial_name);
+  QString name = ToQt(request.initial_name);
   if (request.initial_folder.empty() || !QFileInfo(name).isRelative()) return name;
   return QDir(ToQt(request.initial_folder)).filePath(name);
 }

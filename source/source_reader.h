@@ -30,7 +30,7 @@ inline constexpr std::string_view kUnreadableInfoText = "Not MQD Data.";
 inline constexpr std::string_view kFileTooLargeText = "The file is larger than 100 MB.";
 
 /// Largest instrument file the reader accepts.
-inline constexpr uintmax_t kMaxSourceBytes = 100u * 1024u * 1024u;
+inline constexpr uintmax_t kMaxSourceBytes = uintmax_t{100} * 1024 * 1024;
 
 /// Missing point of an XML trace table.
 inline constexpr double kMissingPointLevel = -200;
@@ -61,16 +61,12 @@ class SourceReader {
   /// As OpenSource, with the file's contents given rather than read.
   int16_t OpenSourceBytes(const std::string& path, std::string_view bytes);
 
-  /// "xml", "csv" or whatever else the path ended in.
-  const std::string& SourceKind() const { return source_kind_; }
   const std::string& SourcePath() const { return source_path_; }
   /// The last reading error ("ファイルが不正です", "Not MQD data." …).
   const std::string& ErrorText() const { return error_text_; }
   void SetErrorText(std::string text) { error_text_ = std::move(text); }
   /// Points per trace of the current file (set by ReadGeneralInfo).
   int16_t CurrentTracePoints() const { return current_trace_points_; }
-  /// The CSV grid of the current file (empty for XML).
-  const CsvGrid& Grid() const { return grid_; }
 
   /// XML file parameter `id`; the empty text when absent (or for CSV).
   std::string FileParameter(std::string_view id) const;

@@ -54,7 +54,6 @@ bool ParsePointNumber(const char* text, int limit, int& number) {
 
 std::span<char> XmlSource::Buffer(std::size_t size) {
   document_.reset();  // it may point into the buffer
-  parsed_ = false;
   if (size > capacity_) {
     buffer_ = std::make_unique_for_overwrite<char[]>(size);
     capacity_ = size;
@@ -76,8 +75,9 @@ void XmlSource::LoadBuffer() {
   screen_tables_.clear();
   trace_table_count_ = 0;
   root_ = pugi::xml_node();
-  parsed_ = size_ > 0 && static_cast<bool>(document_.load_buffer_inplace(buffer_.get(), size_));
-  if (!parsed_) {
+  const bool parsed =
+      size_ > 0 && static_cast<bool>(document_.load_buffer_inplace(buffer_.get(), size_));
+  if (!parsed) {
     document_.reset();  // a document that fails to load holds nothing
     return;
   }

@@ -31,8 +31,6 @@ class XmlSource {
   std::span<char> Buffer(std::size_t size);
   /// Parses the bytes of `Buffer` as `Load` does.
   void LoadBuffer();
-  /// True when the last Load parsed.
-  bool Parsed() const { return parsed_; }
 
   /// "//AnalyserData": the first such element, or null.
   pugi::xml_node Root() const { return root_; }
@@ -61,7 +59,6 @@ class XmlSource {
   std::size_t capacity_ = 0;
   std::size_t size_ = 0;
   pugi::xml_document document_;
-  bool parsed_ = false;
   pugi::xml_node root_;
   NodeIndex file_parameters_;                                                   // key: Id
   NodeIndex screen_parameters_;                                                 // key: Nb '\0' Id

@@ -69,8 +69,6 @@ class Application {
   /// Whether confirmations would be asked (never, in the model; kept).
   bool DisplayAlerts() const { return display_alerts_; }
   void SetDisplayAlerts(bool on) { display_alerts_ = on; }
-  bool ScreenUpdating() const { return screen_updating_; }
-  void SetScreenUpdating(bool on) { screen_updating_ = on; }
   bool DisplayStatusBar() const { return display_status_bar_; }
   void SetDisplayStatusBar(bool on) { display_status_bar_ = on; }
   int32_t WindowState() const { return window_state_; }
@@ -118,7 +116,6 @@ class Application {
   std::shared_ptr<const WorkbookFiles> files_;
   std::string status_bar_;
   bool display_alerts_ = true;
-  bool screen_updating_ = true;
   bool display_status_bar_ = true;
   int32_t window_state_ = kXlNormal;
   bool visible_ = false;

@@ -29,22 +29,11 @@ void Axis::SetMajorUnit(double value) {
   major_unit_is_auto_ = false;
 }
 
-void Axis::SetMinorUnit(double value) {
-  if (!(value > 0)) throw RuntimeFailure("The minor unit must be above 0");
-  minor_unit_ = value;
-  minor_unit_is_auto_ = false;
-}
-
 void Axis::SetScaleType(int32_t scale_type) {
   if (scale_type != kXlScaleLinear && scale_type != kXlScaleLogarithmic) {
     throw RuntimeFailure("Unknown axis scale type " + std::to_string(scale_type));
   }
   scale_type_ = scale_type;
-}
-
-void Axis::SetLogBase(double base) {
-  if (!(base >= 2 && base <= 1000)) throw RuntimeFailure("The log base must be 2 to 1000");
-  log_base_ = base;
 }
 
 void Axis::SetCrossesAt(double value) {

@@ -44,17 +44,10 @@ class Axis {
   bool MajorUnitIsAuto() const { return major_unit_is_auto_; }
   void SetMajorUnitIsAuto(bool is_auto) { major_unit_is_auto_ = is_auto; }
 
-  double MinorUnit() const { return minor_unit_; }
-  void SetMinorUnit(double value);
-  bool MinorUnitIsAuto() const { return minor_unit_is_auto_; }
-  void SetMinorUnitIsAuto(bool is_auto) { minor_unit_is_auto_ = is_auto; }
-
   /// `kXlScaleLinear` or `kXlScaleLogarithmic`.
   int32_t ScaleType() const { return scale_type_; }
   /// Throws `RuntimeFailure` for any other code.
   void SetScaleType(int32_t scale_type);
-  double LogBase() const { return log_base_; }
-  void SetLogBase(double base);
 
   TickLabelsFormat& TickLabels() { return tick_labels_; }
   const TickLabelsFormat& TickLabels() const { return tick_labels_; }
@@ -95,10 +88,7 @@ class Axis {
   bool maximum_is_auto_ = true;
   double major_unit_ = 0;
   bool major_unit_is_auto_ = true;
-  double minor_unit_ = 0;
-  bool minor_unit_is_auto_ = true;
   int32_t scale_type_ = kXlScaleLinear;
-  double log_base_ = 10;
   TickLabelsFormat tick_labels_;
   int32_t tick_label_position_ = kXlTickLabelPositionNextToAxis;
   bool has_major_gridlines_;

@@ -40,8 +40,6 @@ class CellRange {
 
   Worksheet& Parent() const { return *sheet_; }
   const CellArea& Area() const { return area_; }
-  /// True for `Columns(n)`: every row of the columns.
-  bool IsWholeColumns() const { return whole_columns_; }
   /// First row and column, from 1.
   int Row() const { return area_.first_row; }
   int Column() const { return area_.first_column; }

@@ -45,7 +45,6 @@ class CellValue {
   bool IsEmpty() const { return Kind() == CellKind::kEmpty; }
   bool IsNumber() const { return Kind() == CellKind::kNumber; }
   bool IsText() const { return Kind() == CellKind::kText; }
-  bool IsBoolean() const { return Kind() == CellKind::kBoolean; }
   bool IsDate() const { return Kind() == CellKind::kDate; }
 
   /// The number of a number, the serial of a date; 0 otherwise.
@@ -94,7 +93,6 @@ class ValueArray {
   ValueArray() = default;
   explicit ValueArray(std::vector<CellValue> values) : values_(std::move(values)) {}
 
-  int LBound() const { return 1; }
   /// The last index: the number of values (0 when there are none).
   int UBound() const { return static_cast<int>(values_.size()); }
   /// The value at `index` (1 to `UBound()`). Throws `RuntimeFailure`

@@ -158,7 +158,6 @@ class Series {
   void ApplyDataLabels(int32_t type = kXlDataLabelsShowValue, bool auto_text = true,
                        bool legend_key = false);
   bool HasDataLabels() const { return has_data_labels_; }
-  void SetHasDataLabels(bool has) { has_data_labels_ = has; }
   DataLabelsFormat& DataLabels() { return data_labels_; }
   const DataLabelsFormat& DataLabels() const { return data_labels_; }
 

@@ -14,7 +14,7 @@ using testing::At;
 using testing::SheetOf;
 using testing::StartWithResultSheets;
 
-MarkerRecord Marker(int32_t trace, double x, double level, std::string name = "") {
+MarkerRecord Marker(int32_t trace, double x, double level, const std::string& name = "") {
   MarkerRecord m;
   m.On = -1;
   m.Trace = trace;

@@ -42,6 +42,7 @@ const Row* Find(const std::vector<Row>& rows, std::string_view label) {
 
 std::vector<std::string> Labels(const std::vector<Row>& rows) {
   std::vector<std::string> labels;
+  labels.reserve(rows.size());
   for (const Row& row : rows) labels.push_back(row.label);
   return labels;
 }

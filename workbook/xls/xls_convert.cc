@@ -95,6 +95,7 @@ RunResult Run(const std::vector<std::string>& arguments, const std::filesystem::
                                    0600);
   posix_spawn_file_actions_adddup2(setup.actions(), 1, 2);
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
   pid_t child = 0;

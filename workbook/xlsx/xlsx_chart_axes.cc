@@ -16,8 +16,7 @@ bool IsStep(bool is_auto, double value) { return IsBound(is_auto, value) && valu
 void WriteScaling(XmlWriter& xml, const Axis& axis) {
   xml.StartTag("c:scaling");
   if (axis.ScaleType() == kXlScaleLogarithmic) {
-    const double base = axis.LogBase();
-    xml.EmptyTag("c:logBase", {{"val", base >= 2 && base <= 1000 ? base : 10.0}});
+    xml.EmptyTag("c:logBase", {{"val", 10.0}});
   }
   xml.EmptyTag("c:orientation", {{"val", "minMax"}});
   if (IsBound(axis.MaximumScaleIsAuto(), axis.MaximumScale())) {
@@ -89,9 +88,6 @@ void WriteValAx(XmlWriter& xml, const Axis& axis, const Axis& other, int32_t id,
   xml.EmptyTag("c:crossBetween", {{"val", "midCat"}});
   if (IsStep(axis.MajorUnitIsAuto(), axis.MajorUnit())) {
     xml.EmptyTag("c:majorUnit", {{"val", axis.MajorUnit()}});
-  }
-  if (IsStep(axis.MinorUnitIsAuto(), axis.MinorUnit())) {
-    xml.EmptyTag("c:minorUnit", {{"val", axis.MinorUnit()}});
   }
   xml.EndTag("c:valAx");
 }

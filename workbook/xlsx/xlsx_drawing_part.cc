@@ -127,6 +127,7 @@ std::string WriteChartsheetDrawing() {
 
 std::string WriteDrawingRelationships(const std::vector<int>& chart_numbers) {
   std::vector<Relationship> relationships;
+  relationships.reserve(chart_numbers.size());
   for (int number : chart_numbers) {
     relationships.push_back(
         {rel_type::kChart, "../charts/chart" + std::to_string(number) + ".xml"});

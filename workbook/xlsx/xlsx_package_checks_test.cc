@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
+#include <initializer_list>
 #include <pugixml.hpp>
 #include <set>
 #include <sstream>
@@ -22,6 +23,12 @@ bool EndsWith(std::string_view text, std::string_view end) {
 }
 bool StartsWith(std::string_view text, std::string_view start) {
   return text.substr(0, start.size()) == start;
+}
+
+// Adds the line made of `parts` to `problems`.
+void Note(std::string& problems, std::initializer_list<std::string_view> parts) {
+  for (const std::string_view part : parts) problems.append(part);
+  problems += '\n';
 }
 
 // The schema file and root element expected for a part, or empty for parts
@@ -197,8 +204,8 @@ std::string ValidateAgainstSchemas(const PackageMembers& members) {
       continue;
     }
     if (std::string(document.document_element().name()) != kind.root) {
-      problems += name + ": root element " + document.document_element().name() + ", expected " +
-                  kind.root + "\n";
+      Note(problems,
+           {name, ": root element ", document.document_element().name(), ", expected ", kind.root});
     }
     const fs::path file = folder / name;
     fs::create_directories(file.parent_path());
@@ -238,7 +245,7 @@ std::string CheckPackageStructure(const PackageMembers& members) {
     if (!EndsWith(name, ".rels")) continue;
     const std::string source = SourceOfRels(name);
     if (!source.empty() && !members.contains(source)) {
-      problems += name + ": relationships of missing part " + source + "\n";
+      Note(problems, {name, ": relationships of missing part ", source});
     }
     pugi::xml_document rels;
     if (!Parse(rels, bytes)) {
@@ -248,11 +255,11 @@ std::string CheckPackageStructure(const PackageMembers& members) {
     std::set<std::string> ids;
     for (pugi::xml_node node : rels.child("Relationships").children("Relationship")) {
       if (!ids.insert(node.attribute("Id").value()).second) {
-        problems += name + ": duplicate id " + node.attribute("Id").value() + "\n";
+        Note(problems, {name, ": duplicate id ", node.attribute("Id").value()});
       }
       if (std::string(node.attribute("TargetMode").value()) == "External") continue;
       const std::string target = ResolveTarget(source, node.attribute("Target").value());
-      if (!members.contains(target)) problems += name + ": missing target " + target + "\n";
+      if (!members.contains(target)) Note(problems, {name, ": missing target ", target});
     }
   }
   // Every r:id of a part must be one of its relationships.
@@ -266,7 +273,8 @@ std::string CheckPackageStructure(const PackageMembers& members) {
     const auto relationships = RelationshipsOf(members, name);
     for (pugi::xpath_node found : document.select_nodes("//@r:id")) {
       const std::string id = found.attribute().value();
-      if (!relationships.contains(id)) problems += name + ": r:id " + id + " has no relationship\n";
+      if (!relationships.contains(id))
+        Note(problems, {name, ": r:id ", id, " has no relationship"});
     }
   }
   return problems;
@@ -300,7 +308,7 @@ std::string CheckChartCaches(const PackageMembers& members) {
         const std::string formula = ref.child("c:f").text().get();
         const std::size_t bang = formula.rfind('!');
         if (bang == std::string::npos) {
-          problems += name + ": reference without a sheet: " + formula + "\n";
+          Note(problems, {name, ": reference without a sheet: ", formula});
           continue;
         }
         std::string sheet = formula.substr(0, bang);
@@ -312,7 +320,7 @@ std::string CheckChartCaches(const PackageMembers& members) {
           }
         }
         if (!sheet_parts.contains(sheet)) {
-          problems += name + ": reference to unknown sheet " + sheet + "\n";
+          Note(problems, {name, ": reference to unknown sheet ", sheet});
           continue;
         }
         const std::string& part = sheet_parts[sheet];
@@ -326,7 +334,7 @@ std::string CheckChartCaches(const PackageMembers& members) {
         const pugi::xml_node cache = ref.child(numeric ? "c:numCache" : "c:strCache");
         const int count = (last.first - first.first + 1) * (last.second - first.second + 1);
         if (cache.child("c:ptCount").attribute("val").as_int(-1) != count) {
-          problems += name + ": " + formula + ": ptCount is not " + std::to_string(count) + "\n";
+          Note(problems, {name, ": ", formula, ": ptCount is not ", std::to_string(count)});
         }
         std::map<int, std::string> cached;
         for (pugi::xml_node pt : cache.children("c:pt")) {
@@ -340,8 +348,8 @@ std::string CheckChartCaches(const PackageMembers& members) {
             const bool has_cell = cell != cells.end() && (!numeric || !cell->second.empty());
             if (has_cell != (point != cached.end()) ||
                 (has_cell && !SameValue(cell->second, point->second, numeric))) {
-              problems += name + ": " + formula + ": point " + std::to_string(index) +
-                          " does not match its cell\n";
+              Note(problems, {name, ": ", formula, ": point ", std::to_string(index),
+                              " does not match its cell"});
             }
           }
         }
