@@ -213,8 +213,7 @@ class DirectoryReader {
   bool ReadLocalHeader(uint64_t directory, uint64_t offset, const std::string& name,
                        ZipEntry* entry) {
     std::string_view header;
-    if (offset > directory || kLocalHeaderSize > directory - offset ||
-        !archive_.View(offset, kLocalHeaderSize, &header) ||
+    if (!archive_.View(offset, kLocalHeaderSize, &header) ||
         Get32(header, 0) != kLocalHeaderSignature) {
       return Fail(kNotZip);
     }

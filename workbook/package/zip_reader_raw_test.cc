@@ -209,6 +209,8 @@ std::vector<Case> Cases() {
       {"second disk", Patched(good, end + 4, 1, 2),
        "Cannot open the archive: Multi-disk zip archives not supported", ""},
       {"local header past the directory", Patched(good, directory + 42, 0xfffff), not_zip, ""},
+      {"data running into the directory",
+       Patched(Patched(good, directory + 20, directory), 18, directory), not_zip, ""},
       {"local header name of another length",
        Assemble({{.content = content, .local_name = "a.xmlx"}, second}), inconsistent, ""},
       {"local header of another name",
