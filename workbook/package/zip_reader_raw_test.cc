@@ -100,7 +100,7 @@ std::string Assemble(const std::vector<Member>& members, const Layout& layout = 
     sizes(&archive, descriptor);
     Put16(&archive, local_name.size());
     Put16(&archive, extra.size());
-    archive += local_name + extra + data;
+    archive.append(local_name).append(extra).append(data);
     if (descriptor) {
       Put32(&archive, 0x08074b50);
       sizes(&archive, false);
@@ -119,7 +119,7 @@ std::string Assemble(const std::vector<Member>& members, const Layout& layout = 
     Put16(&directory, 0);  // internal attributes
     Put32(&directory, 0);  // external attributes
     Put32(&directory, offset);
-    directory += member.name + extra;
+    directory.append(member.name).append(extra);
   }
   const uint64_t directory_offset = archive.size();
   archive += directory;
