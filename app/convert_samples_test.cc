@@ -133,7 +133,7 @@ class ConvertSamplesTest : public ::testing::Test {
     const auto samples = testing::SamplesDir();
     const char* program = std::getenv("Z4400_CONV");
     if (!samples || program == nullptr) return;
-    scratch_ = new testing::ScratchDir();
+    scratch_ = std::make_unique<testing::ScratchDir>();
     const std::filesystem::path out = scratch_->path() / "out";
     std::filesystem::create_directories(out);
     std::string command = Quoted(program) + " --batch --overwrite --settings-dir " +
@@ -141,7 +141,7 @@ class ConvertSamplesTest : public ::testing::Test {
                           Quoted(out.string());
     for (const char* name : kConvertedSamples) command += " " + Quoted((*samples / name).string());
     batch_status_ = RunShell(command + " >/dev/null", &batch_err_);
-    converted_ = new std::map<std::string, Converted>();
+    converted_ = std::make_unique<std::map<std::string, Converted>>();
     for (const char* name : kConvertedSamples) {
       Converted& c = (*converted_)[name];
       c.sample = testing::ReadSample(*samples / name);
@@ -155,10 +155,8 @@ class ConvertSamplesTest : public ::testing::Test {
     }
   }
   static void TearDownTestSuite() {
-    delete converted_;
-    converted_ = nullptr;
-    delete scratch_;
-    scratch_ = nullptr;
+    converted_.reset();
+    scratch_.reset();
   }
   void SetUp() override {
     if (std::getenv("Z4400_CONV") == nullptr) GTEST_SKIP() << "Z4400_CONV not set";
@@ -166,14 +164,14 @@ class ConvertSamplesTest : public ::testing::Test {
     ASSERT_EQ(batch_status_, 0) << batch_err_;
   }
 
-  static testing::ScratchDir* scratch_;
-  static std::map<std::string, Converted>* converted_;
+  static std::unique_ptr<testing::ScratchDir> scratch_;
+  static std::unique_ptr<std::map<std::string, Converted>> converted_;
   static int batch_status_;
   static std::string batch_err_;
 };
 
-testing::ScratchDir* ConvertSamplesTest::scratch_ = nullptr;
-std::map<std::string, Converted>* ConvertSamplesTest::converted_ = nullptr;
+std::unique_ptr<testing::ScratchDir> ConvertSamplesTest::scratch_;
+std::unique_ptr<std::map<std::string, Converted>> ConvertSamplesTest::converted_;
 int ConvertSamplesTest::batch_status_ = -1;
 std::string ConvertSamplesTest::batch_err_;
 
@@ -325,11 +323,17 @@ TEST_F(ConvertSamplesTest, OneChartPerScreenWithItsTracesTitlesAndScales) {
         const std::string x_letter = "F";
         const std::string y_letter =
             ExcelColNumber2ColLetter(4 * static_cast<int>(t) + 9 + (shifted ? 1 : 0));
-        const std::string rows = std::to_string(expected_x.first_row) + ":$";
+        // 'Raw Data'!$F$12:$F$412 for the column of `letter`.
+        const auto column = [&](const std::string& letter) {
+          std::string formula = "'Raw Data'!$";
+          formula.append(letter).append("$").append(std::to_string(expected_x.first_row));
+          formula.append(":$").append(letter).append("$").append(std::to_string(end));
+          return formula;
+        };
         EXPECT_EQ(std::string(ser.select_node("c:xVal//c:f").node().text().get()),
-                  "'Raw Data'!$" + x_letter + "$" + rows + x_letter + "$" + std::to_string(end));
+                  column(x_letter));
         EXPECT_EQ(std::string(ser.select_node("c:yVal//c:f").node().text().get()),
-                  "'Raw Data'!$" + y_letter + "$" + rows + y_letter + "$" + std::to_string(end));
+                  column(y_letter));
       }
 
       const pugi::xml_node x_axis =

@@ -55,7 +55,7 @@ std::filesystem::path MarkedFile(const std::filesystem::path& folder, int screen
   for (auto& [id, value] : file.screens[static_cast<size_t>(screen)].markers[0].parameters) {
     if (id == "MKRTRACE") value = trace;
   }
-  const std::filesystem::path path = folder / "marked.xml";
+  std::filesystem::path path = folder / "marked.xml";
   std::ofstream(path, std::ios::binary) << InstrumentXml(file);
   return path;
 }

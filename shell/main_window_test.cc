@@ -32,6 +32,7 @@ constexpr char kErrorTitle[] = "Error Message";
 std::vector<std::string> ListLines(const WindowFixture& fixture) {
   std::vector<std::string> lines;
   const auto* list = fixture.Find<QListWidget>("List1");
+  lines.reserve(static_cast<size_t>(list->count()));
   for (int row = 0; row < list->count(); ++row)
     lines.push_back(list->item(row)->text().toStdString());
   return lines;

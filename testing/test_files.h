@@ -37,9 +37,10 @@ class ScratchDir {
 
 /// Skips the current test when the samples folder is missing; otherwise
 /// declares `samples` as its path.
-#define Z4400_REQUIRE_SAMPLES(samples)                                    \
-  const auto samples##_opt = ::z4400::testing::SamplesDir();              \
-  if (!samples##_opt) GTEST_SKIP() << "instrument samples not available"; \
-  const std::filesystem::path& samples = *samples##_opt
+#define Z4400_REQUIRE_SAMPLES(samples)                                                             \
+  const auto samples##_opt = ::z4400::testing::SamplesDir();                                       \
+  if (!samples##_opt) GTEST_SKIP() << "instrument samples not available";                          \
+  const std::filesystem::path& samples /* NOLINT(bugprone-macro-parentheses): the name declared */ \
+      = *samples##_opt
 
 #endif  // Z4400_TESTING_TEST_FILES_H_

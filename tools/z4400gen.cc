@@ -2,12 +2,15 @@
 // the converter, for test fixtures and for benchmarks. The same options and
 // seed always give the same file.
 #include <CLI/CLI.hpp>
+#include <exception>
 #include <fstream>
 #include <iostream>
 
 #include "testing/instrument_generator.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+int Run(int argc, char** argv) {
   CLI::App cli{"Writes a made-up Z4400 instrument file (deterministic from --seed)."};
   z4400::GeneratorOptions options;
   std::string kind = "xml";
@@ -68,4 +71,15 @@ int main(int argc, char** argv) {
     return 1;
   }
   return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& e) {
+    std::cerr << "z4400gen: " << e.what() << "\n";
+    return 1;
+  }
 }

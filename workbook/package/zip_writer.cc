@@ -42,22 +42,22 @@ bool IsAscii(std::string_view text) {
   return true;
 }
 
-std::FILE* OpenForWriting(const std::filesystem::path& path) {
-  return std::fopen(path.c_str(), "wb");
-}
-
 }  // namespace
+
+ZipWriter::FileHandle ZipWriter::OpenForWriting(const std::filesystem::path& path) {
+  return {std::fopen(path.c_str(), "wb"), &std::fclose};
+}
 
 ZipWriter::ZipWriter(const std::filesystem::path& path, int level)
     : path_(path),
-      file_(OpenForWriting(path), &std::fclose),
+      file_(OpenForWriting(path)),
       own_deflater_(std::make_unique<Deflater>(level)),
       deflater_(own_deflater_.get()) {
   Start();
 }
 
 ZipWriter::ZipWriter(const std::filesystem::path& path, Deflater& deflater)
-    : path_(path), file_(OpenForWriting(path), &std::fclose), deflater_(&deflater) {
+    : path_(path), file_(OpenForWriting(path)), deflater_(&deflater) {
   Start();
 }
 
@@ -174,8 +174,10 @@ bool ZipWriter::Finish() {
   Put16(&directory, 0);  // archive comment
   if (!Write(directory)) return false;
 
-  std::FILE* file = file_.release();
-  if (std::fclose(file) != 0) {
+  // Closed here rather than by the handle, to see whether the last bytes
+  // reached the file.
+  const FileHandle::deleter_type close = file_.get_deleter();
+  if (close(file_.release()) != 0) {
     return Fail("Cannot write " + path_.string() + ": " + std::strerror(errno));
   }
   return true;

@@ -66,12 +66,17 @@ class ZipWriter {
     uint16_t flags = 0;
   };
 
+  /// The open archive file, closed by std::fclose.
+  using FileHandle = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+  /// The file at `path` created empty for writing (null when it cannot be).
+  static FileHandle OpenForWriting(const std::filesystem::path& path);
   void Start();
   bool Fail(std::string message);
   bool Write(std::string_view bytes);
 
   std::filesystem::path path_;
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+  FileHandle file_;
   std::unique_ptr<Deflater> own_deflater_;  // when the caller gave none
   Deflater* deflater_;
   std::vector<Entry> entries_;
