@@ -327,6 +327,7 @@ std::optional<ScreenKind> ScreenKindFromName(std::string_view name) {
 
 std::vector<ScreenKind> AllScreenKinds() {
   std::vector<ScreenKind> kinds;
+  kinds.reserve(kKindNames.size());
   for (const auto& entry : kKindNames) kinds.push_back(entry.first);
   return kinds;
 }
