@@ -1,10 +1,9 @@
 // Speed of the batch conversion: the whole z4400conv --batch process on one
 // small instrument file (start to exit), and the share of a conversion that
-// the driver itself takes beside its stages on the largest sample.
+// the driver itself takes beside its stages on the largest one.
 //
-// Samples come from Z4400_SAMPLES_DIR (default: ../shared/samples beside the
-// source tree); the program from Z4400_CONV (default: the z4400conv of this
-// build).
+// The instrument files are those of examples/ in the source tree; the
+// program is Z4400_CONV (default: the z4400conv of this build).
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -28,36 +27,29 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-fs::path SamplesDir() {
-  if (const char* dir = std::getenv("Z4400_SAMPLES_DIR")) return dir;
-  return fs::path(__FILE__).parent_path().parent_path().parent_path() / "shared" / "samples";
-}
-
 fs::path ProgramPath() {
   if (const char* program = std::getenv("Z4400_CONV")) return program;
   return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "app" / "z4400conv";
 }
 
-/// The accepted samples (every .xml and .csv but the rejected model).
-std::vector<fs::path> AcceptedSamples() {
-  std::vector<fs::path> samples;
+/// The instrument files of examples/ (every one converts).
+std::vector<fs::path> Examples() {
+  std::vector<fs::path> examples;
   std::error_code error;
-  for (const auto& entry : fs::directory_iterator(SamplesDir(), error)) {
+  for (const auto& entry : fs::directory_iterator(Z4400_EXAMPLES_DIR, error)) {
     const std::string ext = entry.path().extension().string();
-    if ((ext == ".xml" || ext == ".csv") && entry.path().filename() != "rejected_model.xml") {
-      samples.push_back(entry.path());
-    }
+    if (ext == ".xml" || ext == ".csv") examples.push_back(entry.path());
   }
-  return samples;
+  return examples;
 }
 
-fs::path SampleBySize(bool largest) {
+fs::path ExampleBySize(bool largest) {
   fs::path chosen;
   uintmax_t chosen_size = 0;
-  for (const fs::path& sample : AcceptedSamples()) {
-    const uintmax_t size = fs::file_size(sample);
+  for (const fs::path& example : Examples()) {
+    const uintmax_t size = fs::file_size(example);
     if (chosen.empty() || (largest ? size > chosen_size : size < chosen_size)) {
-      chosen = sample;
+      chosen = example;
       chosen_size = size;
     }
   }
@@ -94,12 +86,12 @@ int RunProcess(const std::vector<std::string>& arguments) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// z4400conv --batch on the smallest sample, from process start to exit.
+/// z4400conv --batch on the smallest example, from process start to exit.
 void BM_BatchProcessSmallFile(benchmark::State& state) {
-  const fs::path sample = SampleBySize(/*largest=*/false);
+  const fs::path sample = ExampleBySize(/*largest=*/false);
   const fs::path program = ProgramPath();
   if (sample.empty() || !fs::exists(program)) {
-    state.SkipWithError("samples or z4400conv not found");
+    state.SkipWithError("examples or z4400conv not found");
     return;
   }
   BenchFolder folder;
@@ -245,13 +237,13 @@ class TimedStages : public ConversionStages {
   Clock::duration& spent_;
 };
 
-/// One conversion of the largest sample in-process; the counter
+/// One conversion of the largest example in-process; the counter
 /// driver_share is the part of the run spent outside the stage calls (the
 /// status line, progress, output naming and the driver's own steps).
 void BM_DriverShareLargestFile(benchmark::State& state) {
-  const fs::path sample = SampleBySize(/*largest=*/true);
+  const fs::path sample = ExampleBySize(/*largest=*/true);
   if (sample.empty()) {
-    state.SkipWithError("samples not found");
+    state.SkipWithError("examples not found");
     return;
   }
   BenchFolder folder;

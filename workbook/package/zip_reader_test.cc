@@ -90,7 +90,7 @@ TEST(ZipReaderTest, ReadsFromMemoryAndFile) {
 
 TEST(ZipReaderTest, ReadsSpreadsheetMadeFiles) {
   const auto ooxml = testing::OoxmlDir();
-  if (!ooxml) GTEST_SKIP() << "OOXML reference files not available";
+  if (!ooxml) GTEST_SKIP() << testing::OoxmlDirMissing();
   const auto path = *ooxml / "excel-made" / "simple01.xlsx";
   std::string error;
   auto reader = ZipReader::Open(path, &error);
