@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "driver/converter.h"
-#include "source/instrument_generator.h"
 #include "testing/instrument_cases.h"
+#include "testing/instrument_generator.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
 

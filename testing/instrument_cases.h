@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 
 namespace z4400::testing {
 
