@@ -47,10 +47,12 @@ std::vector<InstrumentCase> MakeCases() {
   cases.push_back(Case("two_screens_markers.csv", 3, "Z4510", "FM and mobile bands", 301, 3, 3,
                        {K::kSpectrum, K::kSpectrum}));
   // Delta markers on a logarithmic dB screen, marker 2 selected: the
-  // reference is marker 3, on trace C.
+  // reference is marker 3, on trace C. Trace A misses points 5, 6 and 120,
+  // which a dB screen plots as they read.
   cases.push_back(
       Case("delta_markers.xml", 1, "Z4420", "Delta markers", 401, 3, 3, {K::kSpectrum}));
   cases.back().options.delta = true;
+  cases.back().options.gaps = {5, 6, 120};
   // The digital functions the examples leave out, one trace and no marker.
   cases.push_back(Case("power_phase_no_markers.xml", 21, "Z4530", "Power and phase", 201, 1, 0,
                        {K::kPowerTime, K::kPhaseFreq}));

@@ -2,8 +2,8 @@
 // time by the project's generator: the files of examples/ (the same
 // commands) and the cases the examples leave out. Together they cover both
 // layouts and both CSV line ends, every screen kind, markers plain and delta
-// on traces A, B and C, screens without markers, missing points and a model
-// the converter refuses.
+// on traces A, B and C, screens without markers, missing points on linear
+// and dB screens, and a model the converter refuses.
 #ifndef Z4400_TESTING_INSTRUMENT_CASES_H_
 #define Z4400_TESTING_INSTRUMENT_CASES_H_
 
