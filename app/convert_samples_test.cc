@@ -1,9 +1,9 @@
 // End-to-end: every made-up instrument file of the test cases is converted
 // by z4400conv --batch as a user runs it, and the saved workbooks are read
 // back (cells through our .xlsx reader, charts from the package's XML) and
-// checked against what the conversion rules make of the file's own text. A real spreadsheet
-// application, LibreOffice Calc, must open every workbook and draw it, and
-// every XML part must validate against the OOXML schemas.
+// checked against what the conversion rules make of the file's own text. A
+// real spreadsheet application, LibreOffice Calc, must open every workbook
+// and draw it, and every XML part must validate against the OOXML schemas.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // Reads every made-up instrument file of the test cases through the
-// SourceReader and checks what it returns against the file itself, parsed here independently (a
-// plain walk over the XML elements, a plain split of the CSV lines) and interpreted with the
-// reading rules stated in the test.
+// SourceReader and checks what it returns against the file itself, parsed
+// here independently (a plain walk over the XML elements, a plain split of
+// the CSV lines) and interpreted with the reading rules stated in the test.
 #include <gtest/gtest.h>
 
 #include <charconv>
