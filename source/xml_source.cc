@@ -15,25 +15,23 @@ std::string PairKey(std::string_view first, std::string_view second) {
   return key;
 }
 
-/// The queries of the lookups, compiled once for the whole program.
-struct Queries {
-  pugi::xpath_query root{"//AnalyserData"};
-  pugi::xpath_query file_parameters{"//AnalyserData/Parameter"};
-  pugi::xpath_query screen_parameters{"//AnalyserData/Context/Parameter"};
-  pugi::xpath_query markers{"//AnalyserData/Context/Marker"};
-  pugi::xpath_query trace_tables{"//Trace/Table"};
-  pugi::xpath_query screen_tables{"//Context/Trace/Table"};
-};
-
-const Queries& CompiledQueries() {
-  static const Queries queries;
-  return queries;
+bool Named(const pugi::xml_node& node, const char* name) {
+  return node.type() == pugi::node_element && std::strcmp(node.name(), name) == 0;
 }
 
-pugi::xpath_node_set Select(const pugi::xpath_query& query, const pugi::xml_document& doc) {
-  pugi::xpath_node_set nodes = query.evaluate_node_set(doc);
-  nodes.sort();  // document order, as selectSingleNode and selectNodes see it
-  return nodes;
+/// Element name `name` is `expected`; the first letter, compared inline,
+/// passes over the thousands of points quickly.
+bool IsName(const char* name, const char* expected) {
+  return name[0] == expected[0] && std::strcmp(name, expected) == 0;
+}
+
+/// The element after `node` in document order, or null at the end.
+pugi::xml_node NextInDocument(pugi::xml_node node) {
+  if (pugi::xml_node child = node.first_child()) return child;
+  for (; node; node = node.parent()) {
+    if (pugi::xml_node sibling = node.next_sibling()) return sibling;
+  }
+  return {};
 }
 
 /// True when `text` is `number` written in decimal without sign, blanks or
@@ -84,29 +82,34 @@ void XmlSource::LoadBuffer() {
   BuildIndexes();
 }
 
+// One walk through the document in document order finds what the paths
+// //AnalyserData, //AnalyserData/Parameter, //AnalyserData/Context/Parameter,
+// //AnalyserData/Context/Marker, //Trace/Table and //Context/Trace/Table
+// select; the first of equal keys is kept.
 void XmlSource::BuildIndexes() {
-  const Queries& queries = CompiledQueries();
-  const pugi::xpath_node_set roots = Select(queries.root, document_);
-  if (!roots.empty()) root_ = roots.first().node();
-
-  for (const pugi::xpath_node& found : Select(queries.file_parameters, document_)) {
-    const pugi::xml_attribute id = found.node().attribute("Id");
-    if (id) file_parameters_.try_emplace(id.value(), found.node());
-  }
-  for (const pugi::xpath_node& found : Select(queries.screen_parameters, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().attribute("Nb");
-    const pugi::xml_attribute id = found.node().attribute("Id");
-    if (nb && id) screen_parameters_.try_emplace(PairKey(nb.value(), id.value()), found.node());
-  }
-  for (const pugi::xpath_node& found : Select(queries.markers, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().attribute("Nb");
-    const pugi::xml_attribute marker = found.node().attribute("Nb");
-    if (nb && marker) markers_.try_emplace(PairKey(nb.value(), marker.value()), found.node());
-  }
-  trace_table_count_ = static_cast<int>(Select(queries.trace_tables, document_).size());
-  for (const pugi::xpath_node& found : Select(queries.screen_tables, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().parent().attribute("Nb");
-    if (nb) screen_tables_[nb.value()].push_back(found.node());
+  for (pugi::xml_node node = document_.first_child(); node; node = NextInDocument(node)) {
+    if (node.type() != pugi::node_element) continue;
+    const char* name = node.name();
+    const pugi::xml_node parent = node.parent();
+    if (IsName(name, "AnalyserData")) {
+      if (!root_) root_ = node;
+    } else if (IsName(name, "Parameter") && Named(parent, "AnalyserData")) {
+      const pugi::xml_attribute id = node.attribute("Id");
+      if (id) file_parameters_.try_emplace(id.value(), node);
+    } else if (IsName(name, "Parameter") || IsName(name, "Marker")) {
+      if (!Named(parent, "Context") || !Named(parent.parent(), "AnalyserData")) continue;
+      const bool is_marker = name[0] == 'M';
+      const pugi::xml_attribute nb = parent.attribute("Nb");
+      const pugi::xml_attribute key = node.attribute(is_marker ? "Nb" : "Id");
+      if (!nb || !key) continue;
+      (is_marker ? markers_ : screen_parameters_)
+          .try_emplace(PairKey(nb.value(), key.value()), node);
+    } else if (IsName(name, "Table") && Named(parent, "Trace")) {
+      ++trace_table_count_;
+      if (!Named(parent.parent(), "Context")) continue;
+      const pugi::xml_attribute nb = parent.parent().attribute("Nb");
+      if (nb) screen_tables_[nb.value()].push_back(node);
+    }
   }
 }
 
