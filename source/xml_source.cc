@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "common/numeric_text.h"
+
 namespace z4400 {
 namespace {
 
@@ -134,17 +136,26 @@ const std::vector<pugi::xml_node>& XmlSource::ScreenTables(std::string_view nb) 
   return it == screen_tables_.end() ? kNone : it->second;
 }
 
-std::vector<pugi::xml_node> XmlSource::PointItems(pugi::xml_node table, int points) {
-  std::vector<pugi::xml_node> items(points > 0 ? static_cast<size_t>(points) : 0);
-  if (items.empty()) return items;
+void XmlSource::ReadPointLevels(pugi::xml_node table, std::span<double> levels) {
+  const auto points = static_cast<int>(levels.size());
+  std::vector<bool> seen(levels.size());
   for (pugi::xml_node item = table.child("Item"); item; item = item.next_sibling("Item")) {
-    const pugi::xml_attribute point = item.attribute("Point");
+    // The first "Point" and the first "Lvl" count, as an attribute lookup
+    // by name finds them; one pass over the item's attributes finds both.
+    pugi::xml_attribute point;
+    pugi::xml_attribute level;
+    for (pugi::xml_attribute a = item.first_attribute(); a && !(point && level);
+         a = a.next_attribute()) {
+      const char* name = a.name();
+      if (!point && IsName(name, "Point")) point = a;
+      if (!level && IsName(name, "Lvl")) level = a;
+    }
     int number = 0;
-    if (point && ParsePointNumber(point.value(), points, number) && !items[number]) {
-      items[number] = item;
+    if (point && ParsePointNumber(point.value(), points, number) && !seen[number]) {
+      seen[number] = true;
+      levels[number] = NumericValue(level.value());
     }
   }
-  return items;
 }
 
 pugi::xml_node XmlSource::ChildParameter(pugi::xml_node element, std::string_view id) {
