@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 
 namespace z4400::testing {
 

@@ -18,9 +18,9 @@
 #include <string>
 #include <vector>
 
-#include "app/converted_package.h"
-#include "app/instrument_sample.h"
-#include "app/shell_commands.h"
+#include "app/converted_package_test_util.h"
+#include "app/instrument_sample_test_util.h"
+#include "app/shell_commands_test_util.h"
 #include "driver/settings.h"
 #include "testing/test_files.h"
 #include "workbook/model/application.h"

@@ -16,10 +16,10 @@
 #include <string>
 #include <vector>
 
-#include "app/converted_package.h"
-#include "app/instrument_sample.h"
-#include "app/shell_commands.h"
-#include "source/instrument_generator.h"
+#include "app/converted_package_test_util.h"
+#include "app/instrument_sample_test_util.h"
+#include "app/shell_commands_test_util.h"
+#include "testing/instrument_generator.h"
 #include "testing/test_files.h"
 #include "workbook/model/application.h"
 #include "workbook/model/text_width.h"

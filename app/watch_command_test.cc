@@ -9,8 +9,8 @@
 #include <thread>
 
 #include "app/batch_test_util.h"
-#include "source/instrument_generator.h"
 #include "summary/summary_workbook.h"
+#include "testing/instrument_generator.h"
 #include "testing/test_files.h"
 #include "workbook/model/application.h"
 #include "workbook/model/workbook.h"

@@ -27,7 +27,7 @@
 #include "driver/console_ui.h"
 #include "driver/converter.h"
 #include "driver/workbook_stages.h"
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 
 namespace z4400 {
 namespace {

@@ -8,9 +8,9 @@
 #include <fstream>
 #include <string>
 
-#include "source/instrument_generator.h"
 #include "source/source_reader.h"
 #include "source/whole_source.h"
+#include "testing/instrument_generator.h"
 
 namespace {
 

@@ -31,7 +31,7 @@
 #include <system_error>
 #include <vector>
 
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 
 namespace z4400 {
 namespace {

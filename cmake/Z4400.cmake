@@ -18,32 +18,31 @@ if(Z4400_SANITIZE)
   endif()
 endif()
 
-# z4400_library(NAME DEPS...): a static library from every *.cc of the folder
-# except its tests (*_test.cc) and the files listed in EXCLUDE.
+# z4400_library(NAME SOURCES... [DEPS...]): a static library of the listed
+# sources of the folder, which every folder above it includes from the root.
 function(z4400_library name)
-  cmake_parse_arguments(ARG "" "" "DEPS;EXCLUDE" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cc)
-  list(FILTER sources EXCLUDE REGEX "_test\\.cc$")
-  foreach(excluded IN LISTS ARG_EXCLUDE)
-    list(REMOVE_ITEM sources ${CMAKE_CURRENT_SOURCE_DIR}/${excluded})
-  endforeach()
-  add_library(${name} STATIC ${sources})
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+  if(NOT ARG_SOURCES)
+    message(FATAL_ERROR "z4400_library(${name}): no SOURCES")
+  endif()
+  add_library(${name} STATIC ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${ARG_DEPS})
 endfunction()
 
-# z4400_tests(NAME DEPS...): one GoogleTest program from every *_test.cc of
-# the folder, registered with CTest test by test.
+# z4400_tests(NAME SOURCES... [DEPS...] [ENVIRONMENT VAR=VALUE]): one
+# GoogleTest program of the listed *_test.cc, registered with CTest test by
+# test. Every test program has the test helpers and the instrument-file
+# generator of testing/.
 function(z4400_tests name)
   if(NOT Z4400_BUILD_TESTS)
     return()
   endif()
-  cmake_parse_arguments(ARG "" "" "DEPS;ENVIRONMENT" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*_test.cc)
-  if(NOT sources)
-    return()
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPS;ENVIRONMENT" ${ARGN})
+  if(NOT ARG_SOURCES)
+    message(FATAL_ERROR "z4400_tests(${name}): no SOURCES")
   endif()
-  add_executable(${name} ${sources})
+  add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_DEPS} z4400_testing GTest::gmock GTest::gtest_main)
   # Only one variable can be handed through test discovery (its list
   # separators do not survive), so the shared folders are compiled into the

@@ -10,7 +10,7 @@
 
 #include "driver/converter.h"
 #include "driver/workbook_stages.h"
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 #include "testing/recording_ui.h"
 
 namespace z4400 {

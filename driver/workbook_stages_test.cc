@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "driver/converter.h"
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
 

@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 """Checks the include graph of the tree: every include of product code goes
 to the same folder or to a lower layer (a test may drive a higher layer),
-and no units (a .h with its .cc) include each other in a circle. Prints the
-folder graph with --graph.
+no folders include each other in a circle, and no units (a .h with its .cc)
+include each other in a circle outside the folders allowed below. Only
+test-side code (tests, their helpers, testing/, and the programs of bench/,
+fuzz/ and tools/) includes testing/. Prints the folder graph with --graph.
 
   scripts/check-layers.py [--graph]
 """
@@ -26,8 +28,12 @@ LAYERS = [
     ["app", "tools"],
     ["bench", "fuzz"],
 ]
-# Test helpers any test may use: allowed from test-side files only.
+# Test helpers and the instrument-file generator: allowed from test-side
+# files only.
 TEST_SIDE = "testing"
+# Folders of programs that are not the product: benchmarks, fuzz targets and
+# developer tools. Their files are test-side.
+NOT_PRODUCT = ["bench", "fuzz", "tools"]
 # Folders whose units may include each other in a circle, and why.
 CIRCLES_ALLOWED = {
     "workbook/model": "the objects of the model navigate to their parents and children "
@@ -40,7 +46,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
 def is_test_side(path):
     name = os.path.basename(path)
     return (name.endswith("_test.cc") or "_test_" in name or name.startswith("test_")
-            or path.startswith(TEST_SIDE + "/"))
+            or os.path.dirname(path) in [TEST_SIDE] + NOT_PRODUCT)
 
 
 def main():
@@ -48,12 +54,18 @@ def main():
     os.chdir(root)
     rank = {folder: i for i, line in enumerate(LAYERS) for folder in line}
     files = []
-    for folder in list(rank) + [TEST_SIDE]:
-        for name in sorted(os.listdir(folder)):
-            if name.endswith((".h", ".cc")):
-                files.append(folder + "/" + name)
     problems = []
+    for folder, subfolders, names in os.walk("."):
+        subfolders[:] = sorted(d for d in subfolders if not d.startswith((".", "build")))
+        folder = os.path.relpath(folder)
+        for name in sorted(names):
+            if name.endswith((".h", ".cc")):
+                if folder in rank or folder == TEST_SIDE:
+                    files.append(folder + "/" + name)
+                else:
+                    problems.append(f"{folder}/{name}: in a folder of no layer")
     folder_edges = set()
+    product_edges = {}
     unit_edges = {}
     for path in files:
         folder = os.path.dirname(path)
@@ -73,10 +85,14 @@ def main():
                 continue
             if folder != target and folder != TEST_SIDE:
                 folder_edges.add((folder, target))
+                if not is_test_side(path):
+                    product_edges.setdefault(folder, set()).add(target)
                 if rank[target] >= rank[folder] and not path.endswith("_test.cc"):
                     problems.append(f"{path}: includes {included}, not a lower layer")
             unit = os.path.splitext(path)[0]
             unit_edges.setdefault(unit, set()).add(os.path.splitext(included)[0])
+    for circle in strongly_connected(product_edges):
+        problems.append("folders include each other in a circle: " + ", ".join(sorted(circle)))
     cycles = strongly_connected(unit_edges)
     notes = []
     for cycle in cycles:

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "source/instrument_generator.h"
 #include "source/source_test_util.h"
+#include "testing/instrument_generator.h"
 
 namespace z4400 {
 namespace {

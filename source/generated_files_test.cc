@@ -9,8 +9,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "source/instrument_generator.h"
 #include "source/source_test_util.h"
+#include "testing/instrument_generator.h"
 #include "testing/test_files.h"
 
 namespace z4400 {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "source/instrument_generator.h"
 #include "source/source_test_util.h"
+#include "testing/instrument_generator.h"
 
 namespace z4400 {
 namespace {

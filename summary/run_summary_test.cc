@@ -4,7 +4,7 @@
 
 #include <fstream>
 
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 #include "testing/test_files.h"
 
 namespace z4400 {

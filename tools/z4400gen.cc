@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iostream>
 
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 
 int main(int argc, char** argv) {
   CLI::App cli{"Writes a made-up Z4400 instrument file (deterministic from --seed)."};

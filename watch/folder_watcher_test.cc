@@ -5,7 +5,7 @@
 #include <fstream>
 #include <thread>
 
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 #include "testing/test_files.h"
 
 namespace z4400 {

@@ -57,7 +57,7 @@ TEST(WorkbookFilesTest, SavingAndOpeningGoThroughTheFilesHandedToTheApplication)
     Application application(c.version, files);
     Workbook& book = application.Workbooks().Add();
     const testing::ScratchDir scratch;
-    const std::filesystem::path folder = scratch.path();
+    const std::filesystem::path& folder = scratch.path();
     book.SaveAs(folder / c.save_as);
     book.Save();
     application.Workbooks().Open(folder / "other.xlsx");

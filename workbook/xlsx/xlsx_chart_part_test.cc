@@ -14,7 +14,7 @@
 #include "workbook/xlsx/xlsx_chart_axes.h"
 #include "workbook/xlsx/xlsx_chart_series.h"
 #include "workbook/xlsx/xlsx_chart_shapes.h"
-#include "workbook/xlsx/xlsx_package_checks.h"
+#include "workbook/xlsx/xlsx_package_checks_test_util.h"
 
 namespace z4400 {
 namespace {

@@ -1,5 +1,3 @@
-#include "workbook/xlsx/xlsx_package_checks.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -12,6 +10,7 @@
 
 #include "testing/test_files.h"
 #include "workbook/package/zip_reader.h"
+#include "workbook/xlsx/xlsx_package_checks_test_util.h"
 
 namespace z4400::testing {
 namespace {

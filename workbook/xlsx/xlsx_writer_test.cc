@@ -17,7 +17,7 @@
 #include "workbook/model/workbook.h"
 #include "workbook/model/worksheet.h"
 #include "workbook/model/xl_constants.h"
-#include "workbook/xlsx/xlsx_package_checks.h"
+#include "workbook/xlsx/xlsx_package_checks_test_util.h"
 
 namespace z4400 {
 namespace {

@@ -1,7 +1,7 @@
 // Test side: running the converter and the tools of a spreadsheet check
 // (soffice, pdftotext) through the shell, as a user would on a terminal.
-#ifndef Z4400_APP_SHELL_COMMANDS_H_
-#define Z4400_APP_SHELL_COMMANDS_H_
+#ifndef Z4400_APP_SHELL_COMMANDS_TEST_UTIL_H_
+#define Z4400_APP_SHELL_COMMANDS_TEST_UTIL_H_
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -47,4 +47,4 @@ inline bool HaveProgram(const std::string& name) {
 
 }  // namespace z4400::testing
 
-#endif  // Z4400_APP_SHELL_COMMANDS_H_
+#endif  // Z4400_APP_SHELL_COMMANDS_TEST_UTIL_H_

@@ -3,8 +3,8 @@
 // relationship targets, r:id references) and the chart caches against the
 // cells they were taken from. Defined in xlsx_package_checks_test.cc and
 // used by the tests of the workbook writer.
-#ifndef Z4400_WORKBOOK_XLSX_XLSX_PACKAGE_CHECKS_H_
-#define Z4400_WORKBOOK_XLSX_XLSX_PACKAGE_CHECKS_H_
+#ifndef Z4400_WORKBOOK_XLSX_XLSX_PACKAGE_CHECKS_TEST_UTIL_H_
+#define Z4400_WORKBOOK_XLSX_XLSX_PACKAGE_CHECKS_TEST_UTIL_H_
 
 #include <filesystem>
 #include <map>
@@ -43,4 +43,4 @@ std::string CheckChartCaches(const PackageMembers& members);
 
 }  // namespace z4400::testing
 
-#endif  // Z4400_WORKBOOK_XLSX_XLSX_PACKAGE_CHECKS_H_
+#endif  // Z4400_WORKBOOK_XLSX_XLSX_PACKAGE_CHECKS_TEST_UTIL_H_

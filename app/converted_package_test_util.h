@@ -1,8 +1,8 @@
 // Test side: the parts of a saved .xlsx package and the charts of a sheet,
 // found by following the package's relationships (workbook → sheet →
 // drawing → chart) the way a spreadsheet application does.
-#ifndef Z4400_APP_CONVERTED_PACKAGE_H_
-#define Z4400_APP_CONVERTED_PACKAGE_H_
+#ifndef Z4400_APP_CONVERTED_PACKAGE_TEST_UTIL_H_
+#define Z4400_APP_CONVERTED_PACKAGE_TEST_UTIL_H_
 
 #include <filesystem>
 #include <map>
@@ -114,4 +114,4 @@ class ConvertedPackage {
 
 }  // namespace z4400::testing
 
-#endif  // Z4400_APP_CONVERTED_PACKAGE_H_
+#endif  // Z4400_APP_CONVERTED_PACKAGE_TEST_UTIL_H_

@@ -1,4 +1,4 @@
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 
 #include <algorithm>
 #include <array>

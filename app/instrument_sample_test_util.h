@@ -2,8 +2,8 @@
 // sample, read straight from its text (XML through pugixml, CSV line by line)
 // so that the end-to-end tests derive what a converted workbook must show
 // without going through the converter's own readers.
-#ifndef Z4400_APP_INSTRUMENT_SAMPLE_H_
-#define Z4400_APP_INSTRUMENT_SAMPLE_H_
+#ifndef Z4400_APP_INSTRUMENT_SAMPLE_TEST_UTIL_H_
+#define Z4400_APP_INSTRUMENT_SAMPLE_TEST_UTIL_H_
 
 #include <cstdlib>
 #include <filesystem>
@@ -136,4 +136,4 @@ inline InstrumentSample ReadSample(const std::filesystem::path& path) {
 
 }  // namespace z4400::testing
 
-#endif  // Z4400_APP_INSTRUMENT_SAMPLE_H_
+#endif  // Z4400_APP_INSTRUMENT_SAMPLE_TEST_UTIL_H_

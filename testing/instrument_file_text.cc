@@ -2,7 +2,7 @@
 // CSV export, as the instrument writes them.
 #include <string>
 
-#include "source/instrument_generator.h"
+#include "testing/instrument_generator.h"
 
 namespace z4400 {
 namespace {

@@ -2,8 +2,8 @@
 // parameters, markers, traces) generated deterministically from a seed, and
 // its text in either of the instrument's file layouts. Used by the test
 // fixtures, the benchmarks, the fuzzing corpus and the z4400gen tool.
-#ifndef Z4400_SOURCE_INSTRUMENT_GENERATOR_H_
-#define Z4400_SOURCE_INSTRUMENT_GENERATOR_H_
+#ifndef Z4400_TESTING_INSTRUMENT_GENERATOR_H_
+#define Z4400_TESTING_INSTRUMENT_GENERATOR_H_
 
 #include <cstdint>
 #include <optional>
@@ -103,4 +103,4 @@ std::string ParameterValue(const std::vector<std::pair<std::string, std::string>
 
 }  // namespace z4400
 
-#endif  // Z4400_SOURCE_INSTRUMENT_GENERATOR_H_
+#endif  // Z4400_TESTING_INSTRUMENT_GENERATOR_H_
