@@ -70,18 +70,24 @@ void XmlSource::Load(std::string_view bytes) {
 }
 
 void XmlSource::LoadBuffer() {
-  file_parameters_.clear();
-  screen_parameters_.clear();
-  markers_.clear();
-  screen_tables_.clear();
-  trace_table_count_ = 0;
-  root_ = pugi::xml_node();
+  Release();
   parsed_ = size_ > 0 && static_cast<bool>(document_.load_buffer_inplace(buffer_.get(), size_));
   if (!parsed_) {
     document_.reset();  // a document that fails to load holds nothing
     return;
   }
   BuildIndexes();
+}
+
+void XmlSource::Release() {
+  file_parameters_.clear();
+  screen_parameters_.clear();
+  markers_.clear();
+  screen_tables_.clear();
+  trace_table_count_ = 0;
+  root_ = pugi::xml_node();
+  document_.reset();
+  parsed_ = false;
 }
 
 // One walk through the document in document order finds what the paths

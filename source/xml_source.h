@@ -33,6 +33,9 @@ class XmlSource {
   void LoadBuffer();
   /// True when the last Load parsed.
   bool Parsed() const { return parsed_; }
+  /// Drops the document and its lookups and gives back their memory (the
+  /// buffer stays for the next document); every lookup then finds nothing.
+  void Release();
 
   /// "//AnalyserData": the first such element, or null.
   pugi::xml_node Root() const { return root_; }
