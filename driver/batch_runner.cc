@@ -183,7 +183,7 @@ class BatchRunner::Worker {
         Finish(run_[current], &outcome);
       }
     }
-    converter_.stages().QuitSpreadsheet();
+    converter_.QuitSpreadsheet();
   }
 
   /// Hands the result of the file at `index` over; false to stop.

@@ -25,6 +25,9 @@ struct ConversionJob {
   std::string SourcePath;
   GeneralInfo General;
   std::string OutputPath;  ///< without extension; empty = not converted
+  /// The workbook's full file name, extension included, once the result
+  /// sheets were created under the output path; empty before.
+  std::string WorkbookFile;
   int16_t SpreadsheetVersion = 0;
   bool WorkbookCreated = false;
   int32_t ScreenIndex = 0;

@@ -8,6 +8,7 @@
 #include "common/table_sizes.h"
 #include "driver/file_dialogs.h"
 #include "driver/settings_file.h"
+#include "workbook/model/workbook_file.h"
 
 namespace z4400 {
 namespace {
@@ -208,7 +209,8 @@ Converter::Flow Converter::ConvertFileSteps(ConversionJob& job) {
   if (CancelRequested()) return Flow::kCancelled;
 
   status_.SetStatus("Check excel version");
-  job.SpreadsheetVersion = VersionNumber(stages_->ProbeVersion());
+  const std::string version_text = stages_->ProbeVersion();
+  job.SpreadsheetVersion = VersionNumber(version_text);
   if (job.SpreadsheetVersion < kOldestVersion) {
     // The version message adds a text to a number, which the runtime
     // rejects: an old spreadsheet ends the file through the failure path
@@ -233,6 +235,7 @@ Converter::Flow Converter::ConvertFileSteps(ConversionJob& job) {
 
   status_.SetStatus("Creating the output workbook");
   stages_->CreateResultSheets(job.OutputPath);
+  job.WorkbookFile = WorkbookFilePath(job.OutputPath, version_text).string();
   if (CancelRequested()) return Flow::kCancelled;
 
   status_.SetStatus("Saving general information to the workbook");
@@ -259,8 +262,8 @@ Converter::Flow Converter::ConvertFileSteps(ConversionJob& job) {
   stages_->SetPrintLayout(job.General);
   stages_->ActivateWorksheet(std::string(kReportSheet));
   status_.SetStatus("Saving All");
-  stages_->SaveWorkbook();
-  if (run_.QuitCount > 1 || files_.FileCount() >= 2) stages_->QuitSpreadsheet();
+  SaveWorkbook(job);
+  if (run_.QuitCount > 1 || files_.FileCount() >= 2) QuitSpreadsheet();
   stages_->SetDisplayAlerts(true);
   return Flow::kReturn;
 }
@@ -345,11 +348,11 @@ int16_t Converter::EndFile(ConversionJob& job, Ending ending) {
     // The partial workbook is kept for the user; the program ends anyway,
     // so a workbook that cannot be saved any more changes nothing.
     try {
-      stages_->SaveWorkbook();
+      SaveWorkbook(job);
     } catch (const std::exception&) {
     }
     try {
-      stages_->QuitSpreadsheet();
+      QuitSpreadsheet();
     } catch (const std::exception&) {
     }
   }
@@ -358,6 +361,16 @@ int16_t Converter::EndFile(ConversionJob& job, Ending ending) {
     ui_.EndProgram();
   }
   return job.Result;
+}
+
+void Converter::SaveWorkbook(const ConversionJob& job) {
+  stages_->SaveWorkbook();
+  if (!job.WorkbookFile.empty()) ui_.WorkbookSaved(job.WorkbookFile);
+}
+
+void Converter::QuitSpreadsheet() {
+  stages_->QuitSpreadsheet();
+  ui_.SpreadsheetQuit();
 }
 
 }  // namespace z4400

@@ -116,6 +116,9 @@ class Converter {
   /// `FinishRun`: "Finish", the log's closing line, a short pause, progress
   /// back to 0 and the controls enabled.
   void FinishRun();
+  /// Quits the shared spreadsheet application and tells the user interface
+  /// (`SpreadsheetQuit`). Run-time failures of the stage escape.
+  void QuitSpreadsheet();
 
   /// True once a failure ended the program: nothing more is converted.
   bool ProgramEnded() const { return run_.ProgramEnded; }
@@ -142,6 +145,10 @@ class Converter {
   Flow ConvertFileSteps(ConversionJob& job);
   /// The steps of one screen.
   Flow ConvertScreen(ConversionJob& job);
+  /// Saves the current workbook and tells the user interface its file
+  /// (`WorkbookSaved`) once the result sheets named it. Run-time failures of
+  /// the stage escape, untold.
+  void SaveWorkbook(const ConversionJob& job);
   /// Step F (failure) and step C (end after failure or cancel).
   int16_t EndFile(ConversionJob& job, Ending ending);
   /// Tells the observer how `job` ended; false when it ends the run.

@@ -270,6 +270,47 @@ TEST(ConverterTest, ProgressPerFileAndQuitWithSeveralFiles) {
   EXPECT_EQ(f.converter.files().FileCount(), 0);
 }
 
+TEST(ConverterTest, TheUserInterfaceLearnsOfEachSavedWorkbookAndEachQuit) {
+  // What the window needs to open the workbook left open after a run.
+  struct Case {
+    const char* name;
+    int files;
+    Script script;
+    std::vector<std::string> told;  ///< workbook file names (saved) and "quit"
+  };
+  for (const Case& c : std::vector<Case>{
+           {"one file stays open", 1, {}, {"file1.xlsx"}},
+           {"below version 12", 1, {.version = "9.0"}, {"file1.xls"}},
+           {"two files quit after each", 2, {}, {"file1.xlsx", "quit", "file2.xlsx", "quit"}},
+           {"failure after the output was named",
+            1,
+            {.fail_stage = "WriteGeneralInfo"},
+            {"file1.xlsx", "quit"}},
+           {"failure before any workbook", 1, {.fail_stage = "ReadGeneralInfo"}, {}},
+           {"a save that fails is not told", 1, {.throw_stage = "SaveWorkbook"}, {"quit"}},
+           {"a quit that fails is not told",
+            2,
+            {.throw_stage = "QuitSpreadsheet"},
+            {"file1.xlsx", "file1.xlsx"}},
+           {"cancel once the sheets exist",
+            1,
+            {.cancel_stage = "CreateResultSheets"},
+            {"file1.xlsx", "quit"}},
+           {"cancel before the workbook has a file", 1, {.cancel_stage = "NewWorkbook"}, {"quit"}},
+       }) {
+    SCOPED_TRACE(c.name);
+    Fixture f;
+    f.script = c.script;
+    f.List(c.files);
+    f.Start();
+    std::vector<std::string> expected;
+    for (const std::string& told : c.told) {
+      expected.push_back(told == "quit" ? told : "saved: " + (f.scratch / told).string());
+    }
+    EXPECT_EQ(f.ui.spreadsheet_events, expected);
+  }
+}
+
 TEST(ConverterTest, FailuresEndTheProgram) {
   struct Case {
     const char* name;

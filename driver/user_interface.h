@@ -1,8 +1,9 @@
 // The one interface through which the conversion driver, the settings and
 // the output naming talk to the user: the status line and progress display,
 // message boxes, questions, file dialogs, the main window's controls and its
-// file list. The desktop window implements it, so does the headless batch
-// command, and the tests use a recording fake.
+// file list, and the workbooks saved and closed. The desktop window
+// implements it, so does the headless batch command, and the tests use a
+// recording fake.
 #ifndef Z4400_DRIVER_USER_INTERFACE_H_
 #define Z4400_DRIVER_USER_INTERFACE_H_
 
@@ -86,6 +87,18 @@ class UserInterface {
   /// Lets the window process its pending events (repaint, input). Called
   /// inside waits, so that a long stage keeps the window responsive.
   virtual void ProcessEvents() = 0;
+
+  /// The workbook of the file being converted was saved to `path` (its full
+  /// file name, with the extension the spreadsheet version gives it). It
+  /// stays open in the spreadsheet application until `SpreadsheetQuit`: with
+  /// a single file, after the run, for the user to look at. Only the window
+  /// acts on it; by default nothing happens.
+  virtual void WorkbookSaved(const std::string& /*path*/) {}
+
+  /// The shared spreadsheet application quit, closing the workbooks saved
+  /// before (with two or more files after each file, and after a failure).
+  /// By default nothing happens.
+  virtual void SpreadsheetQuit() {}
 
   /// Ends the whole program after a conversion failure: the window closes
   /// (the batch command exits with status 1). The driver returns at once

@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build pkg-config
-  qt6-base-dev libqt6svg6 libpugixml-dev libdeflate-dev zlib1g-dev libzip-dev
+  qt6-base-dev libqt6svg6 libpugixml-dev libdeflate-dev
   libcli11-dev nlohmann-json3-dev help2man
 )
 test_packages=(

@@ -55,8 +55,7 @@ Form1::Form1(ModalDialogs& dialogs, WindowOptions options, QWidget* parent)
   setAcceptDrops(true);
   BuildControls();
   BuildMenus();
-  converter_ = std::make_unique<Converter>(*this, options_.settings_folder,
-                                           WatchedStagesFactory(options_.make_stages, watched_));
+  converter_ = std::make_unique<Converter>(*this, options_.settings_folder, options_.make_stages);
   options_dialog_ = new Form2(this);
   connect(options_dialog_, &Form2::SaveRequested, this, &Form1::OptionsSaved);
   // "Save", "Cancel" and closing the dialog all take the always-on-top

@@ -15,7 +15,6 @@
 #include "driver/user_interface.h"
 #include "shell/environment_reports.h"
 #include "shell/remembered_folders.h"
-#include "shell/workbook_watch.h"
 
 class QAction;
 class QCheckBox;
@@ -83,6 +82,8 @@ class Form1 : public QMainWindow, public UserInterface {
   void SetControlsEnabled(bool enabled) override;
   void ShowFileList(const std::vector<std::string>& names) override;
   void ProcessEvents() override;
+  void WorkbookSaved(const std::string& path) override;
+  void SpreadsheetQuit() override;
   void EndProgram() override;
 
   Converter& converter() { return *converter_; }
@@ -159,7 +160,9 @@ class Form1 : public QMainWindow, public UserInterface {
   ModalDialogs& dialogs_;
   WindowOptions options_;
   RememberedFolders folders_;
-  WatchedWorkbook watched_;
+  /// The workbook saved last and not closed since by quitting the
+  /// spreadsheet application; empty when none is left open.
+  std::string open_workbook_;
   std::unique_ptr<Converter> converter_;
 
   FileDropList* list_ = nullptr;            // List1

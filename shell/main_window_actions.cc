@@ -69,8 +69,8 @@ void Form1::AfterRun(int32_t result) {
     return;
   }
   if (ended_) return;
-  if (result == 0 && !watched_.open_path.empty()) dialogs_.OpenWorkbook(watched_.open_path);
-  watched_.open_path.clear();
+  if (result == 0 && !open_workbook_.empty()) dialogs_.OpenWorkbook(open_workbook_);
+  open_workbook_.clear();
 }
 
 void Form1::ShowOutputSettings() {

@@ -1,5 +1,6 @@
 // The main window as the converter's user interface: status line, progress,
-// message boxes and dialogs, the controls of a run and the file list.
+// message boxes and dialogs, the controls of a run, the file list and the
+// workbook left open.
 #include <QAction>
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -102,6 +103,11 @@ void Form1::ShowFileList(const std::vector<std::string>& names) {
 }
 
 void Form1::ProcessEvents() { QCoreApplication::processEvents(); }
+
+// The workbook that stays open after the run is opened on the desktop then.
+void Form1::WorkbookSaved(const std::string& path) { open_workbook_ = path; }
+
+void Form1::SpreadsheetQuit() { open_workbook_.clear(); }
 
 void Form1::EndProgram() {
   ended_ = true;

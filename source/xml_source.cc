@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "common/numeric_text.h"
+
 namespace z4400 {
 namespace {
 
@@ -15,25 +17,23 @@ std::string PairKey(std::string_view first, std::string_view second) {
   return key;
 }
 
-/// The queries of the lookups, compiled once for the whole program.
-struct Queries {
-  pugi::xpath_query root{"//AnalyserData"};
-  pugi::xpath_query file_parameters{"//AnalyserData/Parameter"};
-  pugi::xpath_query screen_parameters{"//AnalyserData/Context/Parameter"};
-  pugi::xpath_query markers{"//AnalyserData/Context/Marker"};
-  pugi::xpath_query trace_tables{"//Trace/Table"};
-  pugi::xpath_query screen_tables{"//Context/Trace/Table"};
-};
-
-const Queries& CompiledQueries() {
-  static const Queries queries;
-  return queries;
+bool Named(const pugi::xml_node& node, const char* name) {
+  return node.type() == pugi::node_element && std::strcmp(node.name(), name) == 0;
 }
 
-pugi::xpath_node_set Select(const pugi::xpath_query& query, const pugi::xml_document& doc) {
-  pugi::xpath_node_set nodes = query.evaluate_node_set(doc);
-  nodes.sort();  // document order, as selectSingleNode and selectNodes see it
-  return nodes;
+/// Element name `name` is `expected`; the first letter, compared inline,
+/// passes over the thousands of points quickly.
+bool IsName(const char* name, const char* expected) {
+  return name[0] == expected[0] && std::strcmp(name, expected) == 0;
+}
+
+/// The element after `node` in document order, or null at the end.
+pugi::xml_node NextInDocument(pugi::xml_node node) {
+  if (pugi::xml_node child = node.first_child()) return child;
+  for (; node; node = node.parent()) {
+    if (pugi::xml_node sibling = node.next_sibling()) return sibling;
+  }
+  return {};
 }
 
 /// True when `text` is `number` written in decimal without sign, blanks or
@@ -70,12 +70,7 @@ void XmlSource::Load(std::string_view bytes) {
 }
 
 void XmlSource::LoadBuffer() {
-  file_parameters_.clear();
-  screen_parameters_.clear();
-  markers_.clear();
-  screen_tables_.clear();
-  trace_table_count_ = 0;
-  root_ = pugi::xml_node();
+  Release();
   parsed_ = size_ > 0 && static_cast<bool>(document_.load_buffer_inplace(buffer_.get(), size_));
   if (!parsed_) {
     document_.reset();  // a document that fails to load holds nothing
@@ -84,29 +79,45 @@ void XmlSource::LoadBuffer() {
   BuildIndexes();
 }
 
-void XmlSource::BuildIndexes() {
-  const Queries& queries = CompiledQueries();
-  const pugi::xpath_node_set roots = Select(queries.root, document_);
-  if (!roots.empty()) root_ = roots.first().node();
+void XmlSource::Release() {
+  file_parameters_.clear();
+  screen_parameters_.clear();
+  markers_.clear();
+  screen_tables_.clear();
+  trace_table_count_ = 0;
+  root_ = pugi::xml_node();
+  document_.reset();
+  parsed_ = false;
+}
 
-  for (const pugi::xpath_node& found : Select(queries.file_parameters, document_)) {
-    const pugi::xml_attribute id = found.node().attribute("Id");
-    if (id) file_parameters_.try_emplace(id.value(), found.node());
-  }
-  for (const pugi::xpath_node& found : Select(queries.screen_parameters, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().attribute("Nb");
-    const pugi::xml_attribute id = found.node().attribute("Id");
-    if (nb && id) screen_parameters_.try_emplace(PairKey(nb.value(), id.value()), found.node());
-  }
-  for (const pugi::xpath_node& found : Select(queries.markers, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().attribute("Nb");
-    const pugi::xml_attribute marker = found.node().attribute("Nb");
-    if (nb && marker) markers_.try_emplace(PairKey(nb.value(), marker.value()), found.node());
-  }
-  trace_table_count_ = static_cast<int>(Select(queries.trace_tables, document_).size());
-  for (const pugi::xpath_node& found : Select(queries.screen_tables, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().parent().attribute("Nb");
-    if (nb) screen_tables_[nb.value()].push_back(found.node());
+// One walk through the document in document order finds what the paths
+// //AnalyserData, //AnalyserData/Parameter, //AnalyserData/Context/Parameter,
+// //AnalyserData/Context/Marker, //Trace/Table and //Context/Trace/Table
+// select; the first of equal keys is kept.
+void XmlSource::BuildIndexes() {
+  for (pugi::xml_node node = document_.first_child(); node; node = NextInDocument(node)) {
+    if (node.type() != pugi::node_element) continue;
+    const char* name = node.name();
+    const pugi::xml_node parent = node.parent();
+    if (IsName(name, "AnalyserData")) {
+      if (!root_) root_ = node;
+    } else if (IsName(name, "Parameter") && Named(parent, "AnalyserData")) {
+      const pugi::xml_attribute id = node.attribute("Id");
+      if (id) file_parameters_.try_emplace(id.value(), node);
+    } else if (IsName(name, "Parameter") || IsName(name, "Marker")) {
+      if (!Named(parent, "Context") || !Named(parent.parent(), "AnalyserData")) continue;
+      const bool is_marker = name[0] == 'M';
+      const pugi::xml_attribute nb = parent.attribute("Nb");
+      const pugi::xml_attribute key = node.attribute(is_marker ? "Nb" : "Id");
+      if (!nb || !key) continue;
+      (is_marker ? markers_ : screen_parameters_)
+          .try_emplace(PairKey(nb.value(), key.value()), node);
+    } else if (IsName(name, "Table") && Named(parent, "Trace")) {
+      ++trace_table_count_;
+      if (!Named(parent.parent(), "Context")) continue;
+      const pugi::xml_attribute nb = parent.parent().attribute("Nb");
+      if (nb) screen_tables_[nb.value()].push_back(node);
+    }
   }
 }
 
@@ -131,17 +142,26 @@ const std::vector<pugi::xml_node>& XmlSource::ScreenTables(std::string_view nb) 
   return it == screen_tables_.end() ? kNone : it->second;
 }
 
-std::vector<pugi::xml_node> XmlSource::PointItems(pugi::xml_node table, int points) {
-  std::vector<pugi::xml_node> items(points > 0 ? static_cast<size_t>(points) : 0);
-  if (items.empty()) return items;
+void XmlSource::ReadPointLevels(pugi::xml_node table, std::span<double> levels) {
+  const auto points = static_cast<int>(levels.size());
+  std::vector<bool> seen(levels.size());
   for (pugi::xml_node item = table.child("Item"); item; item = item.next_sibling("Item")) {
-    const pugi::xml_attribute point = item.attribute("Point");
+    // The first "Point" and the first "Lvl" count, as an attribute lookup
+    // by name finds them; one pass over the item's attributes finds both.
+    pugi::xml_attribute point;
+    pugi::xml_attribute level;
+    for (pugi::xml_attribute a = item.first_attribute(); a && !(point && level);
+         a = a.next_attribute()) {
+      const char* name = a.name();
+      if (!point && IsName(name, "Point")) point = a;
+      if (!level && IsName(name, "Lvl")) level = a;
+    }
     int number = 0;
-    if (point && ParsePointNumber(point.value(), points, number) && !items[number]) {
-      items[number] = item;
+    if (point && ParsePointNumber(point.value(), points, number) && !seen[number]) {
+      seen[number] = true;
+      levels[number] = NumericValue(level.value());
     }
   }
-  return items;
 }
 
 pugi::xml_node XmlSource::ChildParameter(pugi::xml_node element, std::string_view id) {

@@ -61,6 +61,12 @@ void RecordingUi::SetControlsEnabled(bool enabled) {
 
 void RecordingUi::ShowFileList(const std::vector<std::string>& names) { file_list = names; }
 
+void RecordingUi::WorkbookSaved(const std::string& path) {
+  spreadsheet_events.push_back("saved: " + path);
+}
+
+void RecordingUi::SpreadsheetQuit() { spreadsheet_events.emplace_back("quit"); }
+
 void RecordingUi::EndProgram() {
   program_ended = true;
   events.push_back("end");

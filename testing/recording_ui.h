@@ -45,6 +45,9 @@ class RecordingUi : public UserInterface {
   /// "question: title: text", "open: title", "save: initial name",
   /// "controls: on|off", "end", so tests can check the order of things.
   std::vector<std::string> events;
+  /// What the spreadsheet application did with the workbooks, in order:
+  /// "saved: path" for each workbook saved, "quit" when it quit.
+  std::vector<std::string> spreadsheet_events;
 
   // Scripted answers. An empty queue answers No, cancels an open dialog
   // and accepts the initial name of a save dialog.
@@ -66,6 +69,8 @@ class RecordingUi : public UserInterface {
   void SetControlsEnabled(bool enabled) override;
   void ShowFileList(const std::vector<std::string>& names) override;
   void ProcessEvents() override { ++processed_events; }
+  void WorkbookSaved(const std::string& path) override;
+  void SpreadsheetQuit() override;
   void EndProgram() override;
 
   /// The progress bar's value as last set (0 before any).

@@ -10,7 +10,9 @@
 #include <string_view>
 #include <vector>
 
-struct zip;
+#include "workbook/package/archive_bytes.h"
+#include "workbook/package/inflate.h"
+#include "workbook/package/zip_directory.h"
 
 namespace z4400 {
 
@@ -59,19 +61,22 @@ class ZipReader {
   bool Has(std::string_view name) const;
 
   /// Replaces `*out` with the uncompressed bytes of member `name`. Returns
-  /// false with `*error` set when the member is missing, encrypted, stored
-  /// with an unsupported method, over a limit, or its data do not match
-  /// its declared size or checksum.
+  /// false with `*error` set (and `*out` empty) when the member is missing,
+  /// encrypted, stored with an unsupported method (only stored and deflated
+  /// members are read), over a limit, or its data do not match its declared
+  /// size or checksum.
   bool Read(std::string_view name, std::string* out, std::string* error);
 
  private:
   bool Index(std::string* error);
+  bool Fail(std::string_view name, const char* reason, std::string* error) const;
 
-  zip* archive_ = nullptr;
-  std::string bytes_;  // backing store of an archive opened from memory
+  ArchiveBytes archive_;
   ZipLimits limits_;
   std::string label_;  // the archive as named in messages
   std::vector<std::string> names_;
+  std::vector<ZipEntry> entries_;  // one per name
+  Inflater inflater_;
   uint64_t total_read_ = 0;
 };
 
