@@ -110,6 +110,14 @@ ExpectedX ExpectedXOf(const InstrumentSample& sample, int s) {
   return x;
 }
 
+/// The reference to rows `first` to `end` of column `letter` of "Raw Data".
+std::string RawDataColumn(const std::string& letter, int first, int end) {
+  std::string reference = "'Raw Data'!$";
+  reference.append(letter).append("$").append(std::to_string(first));
+  reference.append(":$").append(letter).append("$").append(std::to_string(end));
+  return reference;
+}
+
 /// One converted sample: its source read as text, its workbook read back.
 struct Converted {
   InstrumentSample sample;
@@ -316,14 +324,12 @@ TEST_F(ConvertSamplesTest, OneChartPerScreenWithItsTracesTitlesAndScales) {
                   ser.select_node("c:spPr/a:ln/a:solidFill/a:srgbClr/@val").attribute().value());
         EXPECT_EQ(ser.select_node("c:spPr/a:ln/@w").attribute().as_int(), 12700)
             << "thin line (1 pt) by default";
-        const std::string x_letter = "F";
         const std::string y_letter =
             ExcelColNumber2ColLetter(4 * static_cast<int>(t) + 9 + (shifted ? 1 : 0));
-        const std::string rows = std::to_string(expected_x.first_row) + ":$";
         EXPECT_EQ(std::string(ser.select_node("c:xVal//c:f").node().text().get()),
-                  "'Raw Data'!$" + x_letter + "$" + rows + x_letter + "$" + std::to_string(end));
+                  RawDataColumn("F", expected_x.first_row, end));
         EXPECT_EQ(std::string(ser.select_node("c:yVal//c:f").node().text().get()),
-                  "'Raw Data'!$" + y_letter + "$" + rows + y_letter + "$" + std::to_string(end));
+                  RawDataColumn(y_letter, expected_x.first_row, end));
       }
 
       const pugi::xml_node x_axis =

@@ -57,7 +57,7 @@ fs::path WriteInstrumentFile(const fs::path& folder, bool large) {
   options.markers = 4;
   if (large)
     options.screens = {ScreenKind::kSpectrum, ScreenKind::kZeroSpan, ScreenKind::kFreqTime};
-  const fs::path path = folder / (large ? "large.xml" : "small.xml");
+  fs::path path = folder / (large ? "large.xml" : "small.xml");
   std::ofstream(path, std::ios::binary) << InstrumentXml(GenerateInstrumentFile(options));
   return path;
 }
@@ -65,6 +65,7 @@ fs::path WriteInstrumentFile(const fs::path& folder, bool large) {
 /// Runs the program and waits for it; returns its exit status.
 int RunProcess(const std::vector<std::string>& arguments) {
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
   const pid_t child = ::fork();

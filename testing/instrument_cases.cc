@@ -86,7 +86,7 @@ std::string InstrumentCaseText(const InstrumentCase& instrument_case) {
 
 std::filesystem::path WriteInstrumentCase(const std::filesystem::path& folder,
                                           std::string_view name) {
-  const std::filesystem::path path = folder / name;
+  std::filesystem::path path = folder / name;
   std::ofstream out(path, std::ios::binary);
   out << InstrumentCaseText(InstrumentCaseNamed(name));
   out.close();
