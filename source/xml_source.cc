@@ -21,10 +21,11 @@ bool Named(const pugi::xml_node& node, const char* name) {
   return node.type() == pugi::node_element && std::strcmp(node.name(), name) == 0;
 }
 
-/// Element name `name` is `expected`; the first letter, compared inline,
-/// passes over the thousands of points quickly.
-bool IsName(const char* name, const char* expected) {
-  return name[0] == expected[0] && std::strcmp(name, expected) == 0;
+/// `node`, whose name is `name`, is an element named `expected`; the first
+/// letter, compared inline, passes over the thousands of points quickly.
+bool IsElement(const pugi::xml_node& node, const char* name, const char* expected) {
+  return name[0] == expected[0] && std::strcmp(name, expected) == 0 &&
+         node.type() == pugi::node_element;
 }
 
 /// The element after `node` in document order, or null at the end.
@@ -96,15 +97,14 @@ void XmlSource::Release() {
 // select; the first of equal keys is kept.
 void XmlSource::BuildIndexes() {
   for (pugi::xml_node node = document_.first_child(); node; node = NextInDocument(node)) {
-    if (node.type() != pugi::node_element) continue;
     const char* name = node.name();
-    const pugi::xml_node parent = node.parent();
-    if (IsName(name, "AnalyserData")) {
+    if (IsElement(node, name, "AnalyserData")) {
       if (!root_) root_ = node;
-    } else if (IsName(name, "Parameter") && Named(parent, "AnalyserData")) {
+    } else if (IsElement(node, name, "Parameter") && Named(node.parent(), "AnalyserData")) {
       const pugi::xml_attribute id = node.attribute("Id");
       if (id) file_parameters_.try_emplace(id.value(), node);
-    } else if (IsName(name, "Parameter") || IsName(name, "Marker")) {
+    } else if (IsElement(node, name, "Parameter") || IsElement(node, name, "Marker")) {
+      const pugi::xml_node parent = node.parent();
       if (!Named(parent, "Context") || !Named(parent.parent(), "AnalyserData")) continue;
       const bool is_marker = name[0] == 'M';
       const pugi::xml_attribute nb = parent.attribute("Nb");
@@ -112,10 +112,11 @@ void XmlSource::BuildIndexes() {
       if (!nb || !key) continue;
       (is_marker ? markers_ : screen_parameters_)
           .try_emplace(PairKey(nb.value(), key.value()), node);
-    } else if (IsName(name, "Table") && Named(parent, "Trace")) {
+    } else if (IsElement(node, name, "Table") && Named(node.parent(), "Trace")) {
       ++trace_table_count_;
-      if (!Named(parent.parent(), "Context")) continue;
-      const pugi::xml_attribute nb = parent.parent().attribute("Nb");
+      const pugi::xml_node context = node.parent().parent();
+      if (!Named(context, "Context")) continue;
+      const pugi::xml_attribute nb = context.attribute("Nb");
       if (nb) screen_tables_[nb.value()].push_back(node);
     }
   }
@@ -146,20 +147,10 @@ void XmlSource::ReadPointLevels(pugi::xml_node table, std::span<double> levels) 
   const auto points = static_cast<int>(levels.size());
   std::vector<bool> seen(levels.size());
   for (pugi::xml_node item = table.child("Item"); item; item = item.next_sibling("Item")) {
-    // The first "Point" and the first "Lvl" count, as an attribute lookup
-    // by name finds them; one pass over the item's attributes finds both.
-    pugi::xml_attribute point;
-    pugi::xml_attribute level;
-    for (pugi::xml_attribute a = item.first_attribute(); a && !(point && level);
-         a = a.next_attribute()) {
-      const char* name = a.name();
-      if (!point && IsName(name, "Point")) point = a;
-      if (!level && IsName(name, "Lvl")) level = a;
-    }
     int number = 0;
-    if (point && ParsePointNumber(point.value(), points, number) && !seen[number]) {
+    if (ParsePointNumber(item.attribute("Point").value(), points, number) && !seen[number]) {
       seen[number] = true;
-      levels[number] = NumericValue(level.value());
+      levels[number] = NumericValue(item.attribute("Lvl").value());
     }
   }
 }

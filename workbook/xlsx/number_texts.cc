@@ -27,20 +27,27 @@ NumberTexts::NumberTexts() : slots_(kSlotCount) {}
 
 std::string_view NumberTexts::Text(double value) {
   const auto bits = std::bit_cast<std::uint64_t>(value);
+  // "Raw Data" keeps a copy of each level beside it: the number just
+  // looked up comes again at once.
+  if (last_.length != 0 && last_.bits == bits) return TextOf(last_);
   for (std::size_t i = SlotOf(bits);; i = (i + 1) & (kSlotCount - 1)) {
     Slot& slot = slots_[i];
     if (slot.length == 0) {
       char buffer[kNumberBufferSize];
       const std::string_view text = FormatNumber(value, buffer);
+      last_ = {bits, static_cast<std::uint32_t>(texts_.size()),
+               static_cast<std::uint8_t>(text.size())};
       if (count_ * 2 < kSlotCount) {
-        slot = {bits, static_cast<std::uint32_t>(texts_.size()),
-                static_cast<std::uint8_t>(text.size())};
+        slot = last_;
         ++count_;
       }
       texts_.append(text);
-      return std::string_view(texts_).substr(texts_.size() - text.size());
+      return TextOf(last_);
     }
-    if (slot.bits == bits) return std::string_view(texts_).substr(slot.offset, slot.length);
+    if (slot.bits == bits) {
+      last_ = slot;
+      return TextOf(slot);
+    }
   }
 }
 

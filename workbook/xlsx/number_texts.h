@@ -41,6 +41,10 @@ class NumberTexts {
     std::uint8_t length = 0;   // 0: empty slot
   };
 
+  std::string_view TextOf(const Slot& slot) const {
+    return std::string_view(texts_).substr(slot.offset, slot.length);
+  }
+
   // A text remembered for a cell: its offset into texts_ shifted past its
   // length; 0 before the cell's first lookup.
   using CellRef = std::uint32_t;
@@ -53,6 +57,7 @@ class NumberTexts {
   std::vector<Slot> slots_;  // open addressing, never more than half full
   std::string texts_;        // every text, one after the other
   std::size_t count_ = 0;
+  Slot last_;  // the number looked up last
   std::vector<std::pair<const Worksheet*, SheetRefs>> sheets_;
   std::size_t last_sheet_ = 0;  // index into sheets_ of the sheet looked up last
 };
