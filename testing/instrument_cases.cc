@@ -44,7 +44,7 @@ std::vector<InstrumentCase> MakeCases() {
   // Two dB spectrum screens (dBuV, dBmV) in a CSV export with CR LF line
   // ends: the first screen's markers on traces A, B and C with marker 3
   // selected, the second's on its first trace; reference offsets on both.
-  cases.push_back(Case("two_screens_markers.csv", 3, "Z4510", "FM and mobile bands", 301, 3, 3,
+  cases.push_back(Case("two_screens_markers.csv", 3, "Z4510", "ISM and FM bands", 301, 3, 3,
                        {K::kSpectrum, K::kSpectrum}));
   // Delta markers on a logarithmic dB screen, marker 2 selected: the
   // reference is marker 3, on trace C. Trace A misses points 5, 6 and 120,
