@@ -1,9 +1,9 @@
-// End-to-end: every instrument sample is converted by z4400conv --batch as a
-// user runs it, and the saved workbooks are read back (cells through our
-// .xlsx reader, charts from the package's XML) and checked against what the
-// conversion rules make of the sample's own text. A real spreadsheet
-// application, LibreOffice Calc, must open every workbook and draw it, and
-// every XML part must validate against the OOXML schemas.
+// End-to-end: every made-up instrument file of the test cases is converted
+// by z4400conv --batch as a user runs it, and the saved workbooks are read
+// back (cells through our .xlsx reader, charts from the package's XML) and
+// checked against what the conversion rules make of the file's own text. A
+// real spreadsheet application, LibreOffice Calc, must open every workbook
+// and draw it, and every XML part must validate against the OOXML schemas.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -22,6 +22,7 @@
 #include "app/instrument_sample_test_util.h"
 #include "app/shell_commands_test_util.h"
 #include "driver/settings.h"
+#include "testing/instrument_cases.h"
 #include "testing/test_files.h"
 #include "workbook/model/application.h"
 #include "workbook/model/column_letters.h"
@@ -37,13 +38,6 @@ using testing::Quoted;
 using testing::ReadText;
 using testing::RunShell;
 using testing::SampleScreen;
-
-/// The samples that convert; "rejected_model.xml" is the one that does not.
-const char* const kConvertedSamples[] = {"spectrum_dbm_markers.xml", "three_screens_mixed.xml",
-                                         "two_screens_markers.csv",  "delta_markers.xml",
-                                         "log_x_axis.csv",           "linear_watts_volts.xml",
-                                         "gap_in_trace.xml",         "digital_functions.csv"};
-constexpr char kRejectedSample[] = "rejected_model.xml";
 
 /// "RRGGBB" of a colour stored as red + 256 × green + 65536 × blue.
 std::string Hex(int32_t color) {
@@ -116,6 +110,14 @@ ExpectedX ExpectedXOf(const InstrumentSample& sample, int s) {
   return x;
 }
 
+/// The reference to rows `first` to `end` of column `letter` of "Raw Data".
+std::string RawDataColumn(const std::string& letter, int first, int end) {
+  std::string reference = "'Raw Data'!$";
+  reference.append(letter).append("$").append(std::to_string(first));
+  reference.append(":$").append(letter).append("$").append(std::to_string(end));
+  return reference;
+}
+
 /// One converted sample: its source read as text, its workbook read back.
 struct Converted {
   InstrumentSample sample;
@@ -126,26 +128,28 @@ struct Converted {
   std::string read_error;
 };
 
-/// All samples converted once for the whole suite.
+/// Every case that converts, converted once for the whole suite.
 class ConvertSamplesTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
-    const auto samples = testing::SamplesDir();
     const char* program = std::getenv("Z4400_CONV");
-    if (!samples || program == nullptr) return;
+    if (program == nullptr) return;
     scratch_ = std::make_unique<testing::ScratchDir>();
+    const std::filesystem::path sources = scratch_->path() / "sources";
     const std::filesystem::path out = scratch_->path() / "out";
+    std::filesystem::create_directories(sources);
     std::filesystem::create_directories(out);
+    const std::vector<std::filesystem::path> paths = testing::WriteConvertedCases(sources);
     std::string command = Quoted(program) + " --batch --overwrite --settings-dir " +
                           Quoted(scratch_->path().string()) + " --output-dir " +
                           Quoted(out.string());
-    for (const char* name : kConvertedSamples) command += " " + Quoted((*samples / name).string());
+    for (const std::filesystem::path& path : paths) command += " " + Quoted(path.string());
     batch_status_ = RunShell(command + " >/dev/null", &batch_err_);
     converted_ = std::make_unique<std::map<std::string, Converted>>();
-    for (const char* name : kConvertedSamples) {
-      Converted& c = (*converted_)[name];
-      c.sample = testing::ReadSample(*samples / name);
-      c.workbook = out / (std::filesystem::path(name).stem().string() + ".xlsx");
+    for (const std::filesystem::path& path : paths) {
+      Converted& c = (*converted_)[path.filename().string()];
+      c.sample = testing::ReadSample(path);
+      c.workbook = out / (path.stem().string() + ".xlsx");
       c.package = std::make_unique<ConvertedPackage>(c.workbook);
       c.application = std::make_unique<Application>();
       c.cells = std::make_unique<Workbook>(c.application.get(), "read back");
@@ -160,8 +164,8 @@ class ConvertSamplesTest : public ::testing::Test {
   }
   void SetUp() override {
     if (std::getenv("Z4400_CONV") == nullptr) GTEST_SKIP() << "Z4400_CONV not set";
-    if (!testing::SamplesDir()) GTEST_SKIP() << "instrument samples not available";
     ASSERT_EQ(batch_status_, 0) << batch_err_;
+    ASSERT_GE(converted_->size(), 8u);
   }
 
   static std::unique_ptr<testing::ScratchDir> scratch_;
@@ -320,20 +324,12 @@ TEST_F(ConvertSamplesTest, OneChartPerScreenWithItsTracesTitlesAndScales) {
                   ser.select_node("c:spPr/a:ln/a:solidFill/a:srgbClr/@val").attribute().value());
         EXPECT_EQ(ser.select_node("c:spPr/a:ln/@w").attribute().as_int(), 12700)
             << "thin line (1 pt) by default";
-        const std::string x_letter = "F";
         const std::string y_letter =
             ExcelColNumber2ColLetter(4 * static_cast<int>(t) + 9 + (shifted ? 1 : 0));
-        // 'Raw Data'!$F$12:$F$412 for the column of `letter`.
-        const auto column = [&](const std::string& letter) {
-          std::string formula = "'Raw Data'!$";
-          formula.append(letter).append("$").append(std::to_string(expected_x.first_row));
-          formula.append(":$").append(letter).append("$").append(std::to_string(end));
-          return formula;
-        };
         EXPECT_EQ(std::string(ser.select_node("c:xVal//c:f").node().text().get()),
-                  column(x_letter));
+                  RawDataColumn("F", expected_x.first_row, end));
         EXPECT_EQ(std::string(ser.select_node("c:yVal//c:f").node().text().get()),
-                  column(y_letter));
+                  RawDataColumn(y_letter, expected_x.first_row, end));
       }
 
       const pugi::xml_node x_axis =
@@ -476,14 +472,15 @@ TEST_F(ConvertSamplesTest, MarkersAreDrawnOnTheirTracePoints) {
 }
 
 TEST_F(ConvertSamplesTest, ARejectedModelWritesNoWorkbook) {
-  const auto samples = testing::SamplesDir();
   testing::ScratchDir scratch;
+  const std::filesystem::path source =
+      testing::WriteInstrumentCase(scratch.path(), "rejected_model.xml");
   std::string err;
-  const int status = RunShell(Quoted(std::getenv("Z4400_CONV")) + " --batch --settings-dir " +
-                                  Quoted(scratch.path().string()) + " --output-dir " +
-                                  Quoted(scratch.path().string()) + " " +
-                                  Quoted((*samples / kRejectedSample).string()) + " >/dev/null",
-                              &err);
+  const int status =
+      RunShell(Quoted(std::getenv("Z4400_CONV")) + " --batch --settings-dir " +
+                   Quoted(scratch.path().string()) + " --output-dir " +
+                   Quoted(scratch.path().string()) + " " + Quoted(source.string()) + " >/dev/null",
+               &err);
   EXPECT_EQ(status, 1);
   EXPECT_NE(err.find("Not MQD data."), std::string::npos) << err;
   EXPECT_FALSE(std::filesystem::exists(scratch / "rejected_model.xlsx"));
@@ -528,7 +525,8 @@ std::string SchemaProblems(const std::string& report) {
 
 TEST_F(ConvertSamplesTest, EveryPartValidatesAgainstTheSchemas) {
   const auto ooxml = testing::OoxmlDir();
-  if (!ooxml || !HaveProgram("xmllint")) GTEST_SKIP() << "no OOXML schemas or no xmllint";
+  if (!ooxml) GTEST_SKIP() << testing::OoxmlDirMissing();
+  if (!HaveProgram("xmllint")) GTEST_SKIP() << "xmllint is not installed";
   for (auto& [name, c] : *converted_) {
     SCOPED_TRACE(name);
     ASSERT_TRUE(c.package->error().empty()) << c.package->error();
@@ -588,19 +586,20 @@ TEST_F(ConvertSamplesTest, OldVersionsCopyEveryChartToASheetOfItsOwn) {
   // with the graph-sheets option on by default. Calc turns it back into
   // .xlsx so that its sheets and charts can be counted.
   if (!HaveProgram("soffice")) GTEST_SKIP() << "LibreOffice (soffice) is not installed";
-  const auto samples = testing::SamplesDir();
   testing::ScratchDir scratch;
-  const InstrumentSample sample = testing::ReadSample(*samples / "three_screens_mixed.xml");
+  const std::filesystem::path source =
+      testing::WriteInstrumentCase(scratch.path(), "mixed_screens.xml");
+  const InstrumentSample sample = testing::ReadSample(source);
   std::string err;
-  ASSERT_EQ(RunShell(Quoted(std::getenv("Z4400_CONV")) +
-                         " --batch --overwrite --excel-version 11 --settings-dir " +
-                         Quoted(scratch.path().string()) + " --output-dir " +
-                         Quoted(scratch.path().string()) + " " +
-                         Quoted((*samples / "three_screens_mixed.xml").string()) + " >/dev/null",
-                     &err),
-            0)
+  ASSERT_EQ(
+      RunShell(Quoted(std::getenv("Z4400_CONV")) +
+                   " --batch --overwrite --excel-version 11 --settings-dir " +
+                   Quoted(scratch.path().string()) + " --output-dir " +
+                   Quoted(scratch.path().string()) + " " + Quoted(source.string()) + " >/dev/null",
+               &err),
+      0)
       << err;
-  const std::filesystem::path xls = scratch / "three_screens_mixed.xls";
+  const std::filesystem::path xls = scratch / "mixed_screens.xls";
   ASSERT_TRUE(std::filesystem::exists(xls));
   const std::filesystem::path back = scratch / "back";
   ASSERT_EQ(RunShell("timeout 300 soffice -env:UserInstallation=file://" +
@@ -608,7 +607,7 @@ TEST_F(ConvertSamplesTest, OldVersionsCopyEveryChartToASheetOfItsOwn) {
                      " --headless --norestore --convert-to xlsx --outdir " + Quoted(back.string()) +
                      " " + Quoted(xls.string()) + " >/dev/null"),
             0);
-  const ConvertedPackage package(back / "three_screens_mixed.xlsx");
+  const ConvertedPackage package(back / "mixed_screens.xlsx");
   ASSERT_TRUE(package.error().empty()) << package.error();
   std::vector<std::string> names = {"Report", "Raw Data", "Markers Details"};
   for (size_t s = 0; s < sample.screens.size(); ++s) {

@@ -1,10 +1,9 @@
 // Speed of the batch conversion: the whole z4400conv --batch process on one
 // small instrument file (start to exit), and the share of a conversion that
-// the driver itself takes beside its stages on the largest sample.
+// the driver itself takes beside its stages on a large one.
 //
-// Samples come from Z4400_SAMPLES_DIR (default: ../shared/samples beside the
-// source tree); the program from Z4400_CONV (default: the z4400conv of this
-// build).
+// The instrument files are made by the generator; the program is Z4400_CONV
+// (default: the z4400conv of this build).
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -13,6 +12,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -21,6 +21,7 @@
 #include "driver/console_ui.h"
 #include "driver/converter.h"
 #include "driver/workbook_stages.h"
+#include "testing/instrument_generator.h"
 
 namespace z4400 {
 namespace {
@@ -28,40 +29,9 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-fs::path SamplesDir() {
-  if (const char* dir = std::getenv("Z4400_SAMPLES_DIR")) return dir;
-  return fs::path(__FILE__).parent_path().parent_path().parent_path() / "shared" / "samples";
-}
-
 fs::path ProgramPath() {
   if (const char* program = std::getenv("Z4400_CONV")) return program;
   return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "app" / "z4400conv";
-}
-
-/// The accepted samples (every .xml and .csv but the rejected model).
-std::vector<fs::path> AcceptedSamples() {
-  std::vector<fs::path> samples;
-  std::error_code error;
-  for (const auto& entry : fs::directory_iterator(SamplesDir(), error)) {
-    const std::string ext = entry.path().extension().string();
-    if ((ext == ".xml" || ext == ".csv") && entry.path().filename() != "rejected_model.xml") {
-      samples.push_back(entry.path());
-    }
-  }
-  return samples;
-}
-
-fs::path SampleBySize(bool largest) {
-  fs::path chosen;
-  uintmax_t chosen_size = 0;
-  for (const fs::path& sample : AcceptedSamples()) {
-    const uintmax_t size = fs::file_size(sample);
-    if (chosen.empty() || (largest ? size > chosen_size : size < chosen_size)) {
-      chosen = sample;
-      chosen_size = size;
-    }
-  }
-  return chosen;
 }
 
 /// A scratch folder for settings and output, without dots in its path.
@@ -75,6 +45,22 @@ struct BenchFolder {
   }
   fs::path path;
 };
+
+/// Writes a generated instrument file into `folder`: a small one (a
+/// spectrum screen of 401 points, two traces) or a large one (spectrum,
+/// zero-span and Freq-Time screens of 1001 points and three traces each).
+fs::path WriteInstrumentFile(const fs::path& folder, bool large) {
+  GeneratorOptions options;
+  options.seed = 11;
+  options.points = large ? 1001 : 401;
+  options.traces = large ? 3 : 2;
+  options.markers = 4;
+  if (large)
+    options.screens = {ScreenKind::kSpectrum, ScreenKind::kZeroSpan, ScreenKind::kFreqTime};
+  fs::path path = folder / (large ? "large.xml" : "small.xml");
+  std::ofstream(path, std::ios::binary) << InstrumentXml(GenerateInstrumentFile(options));
+  return path;
+}
 
 /// Runs the program and waits for it; returns its exit status.
 int RunProcess(const std::vector<std::string>& arguments) {
@@ -95,15 +81,15 @@ int RunProcess(const std::vector<std::string>& arguments) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// z4400conv --batch on the smallest sample, from process start to exit.
+/// z4400conv --batch on a small file, from process start to exit.
 void BM_BatchProcessSmallFile(benchmark::State& state) {
-  const fs::path sample = SampleBySize(/*largest=*/false);
   const fs::path program = ProgramPath();
-  if (sample.empty() || !fs::exists(program)) {
-    state.SkipWithError("samples or z4400conv not found");
+  if (!fs::exists(program)) {
+    state.SkipWithError("z4400conv not found");
     return;
   }
   BenchFolder folder;
+  const fs::path sample = WriteInstrumentFile(folder.path, /*large=*/false);
   const std::vector<std::string> arguments = {
       program.string(),     "--batch",      "--overwrite",        "--settings-dir",
       folder.path.string(), "--output-dir", folder.path.string(), sample.string()};
@@ -246,16 +232,12 @@ class TimedStages : public ConversionStages {
   Clock::duration& spent_;
 };
 
-/// One conversion of the largest sample in-process; the counter
-/// driver_share is the part of the run spent outside the stage calls (the
-/// status line, progress, output naming and the driver's own steps).
+/// One conversion of a large file in-process; the counter driver_share is
+/// the part of the run spent outside the stage calls (the status line,
+/// progress, output naming and the driver's own steps).
 void BM_DriverShareLargestFile(benchmark::State& state) {
-  const fs::path sample = SampleBySize(/*largest=*/true);
-  if (sample.empty()) {
-    state.SkipWithError("samples not found");
-    return;
-  }
   BenchFolder folder;
+  const fs::path sample = WriteInstrumentFile(folder.path, /*large=*/true);
   std::ostringstream discarded;
   ConsoleUi ui(discarded, /*live=*/false, /*overwrite=*/true, folder.path.string());
   Clock::duration in_stages{};

@@ -54,7 +54,8 @@ TEST(NumericValueTest, IgnoresTheUserLocale) {
   const std::string previous = std::setlocale(LC_NUMERIC, nullptr);
   if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr &&
       std::setlocale(LC_NUMERIC, "fr_FR.UTF-8") == nullptr) {
-    GTEST_SKIP() << "no locale with a decimal comma installed";
+    GTEST_SKIP() << "no locale with a decimal comma installed (scripts/install-deps.sh --test "
+                    "makes de_DE.UTF-8)";
   }
   EXPECT_EQ(NumericValue("1.25"), 1.25);
   EXPECT_EQ(NumericValue("1,25"), 1);

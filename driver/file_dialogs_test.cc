@@ -1,8 +1,12 @@
 #include "driver/file_dialogs.h"
 
+#include <grp.h>
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <unistd.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 
 #include "common/runtime_failure.h"
@@ -102,6 +106,31 @@ TEST(FileDialogsTest, OutputPathWithoutExtension) {
   }
 }
 
+/// In a child process: names the workbook of "meas.xml" in `locked`, whose
+/// old "meas.xlsx" cannot be deleted, and exits 0 when the name is refused
+/// with "Can't be saved.", else 1 with what happened on standard error. Root
+/// deletes anything, so as root the child first becomes the user "nobody".
+[[noreturn]] void RefusesTheUndeletableFile(const std::filesystem::path& locked) {
+  if (::geteuid() == 0) {
+    const passwd* nobody = ::getpwnam("nobody");
+    if (nobody == nullptr || ::setgroups(0, nullptr) != 0 || ::setgid(nobody->pw_gid) != 0 ||
+        ::setuid(nobody->pw_uid) != 0) {
+      std::fprintf(stderr, "cannot become the user nobody\n");
+      std::_Exit(2);
+    }
+  }
+  Naming n(locked.string());
+  n.settings.WarnOnOverwrite = 0;
+  const std::string result = n.Choose("/data/meas.xml");
+  const bool refused =
+      result.empty() && n.ui.statuses == std::vector<std::string>{"Can't be saved."};
+  if (!refused) {
+    std::fprintf(stderr, "named \"%s\", statuses %s\n", result.c_str(),
+                 ::testing::PrintToString(n.ui.statuses).c_str());
+  }
+  std::_Exit(refused ? 0 : 1);
+}
+
 TEST(FileDialogsTest, ExistingOutputFile) {
   testing::ScratchDir scratch;
   const std::string folder = scratch.path().string();
@@ -140,17 +169,20 @@ TEST(FileDialogsTest, ExistingOutputFile) {
   {
     SCOPED_TRACE("an old file that cannot be deleted");
     std::filesystem::remove(existing);
-    std::filesystem::create_directories(scratch / "locked");
-    Touch(scratch / "locked" / "meas.xlsx");
-    std::filesystem::permissions(scratch / "locked", std::filesystem::perms::owner_read |
-                                                         std::filesystem::perms::owner_exec);
-    Naming n((scratch / "locked").string());
-    n.settings.WarnOnOverwrite = 0;
-    const std::string result = n.Choose("/data/meas.xml");
-    std::filesystem::permissions(scratch / "locked", std::filesystem::perms::owner_all);
-    if (::geteuid() == 0) GTEST_SKIP() << "root deletes anything";
-    EXPECT_EQ(result, "");
-    EXPECT_EQ(n.ui.statuses, std::vector<std::string>{"Can't be saved."});
+    const std::filesystem::path locked = scratch / "locked";
+    std::filesystem::create_directories(locked);
+    Touch(locked / "meas.xlsx");
+    // Readable by everyone, writable by no one; the scratch folder open to
+    // the unprivileged user that stands in for root below.
+    using std::filesystem::perms;
+    std::filesystem::permissions(locked, perms::owner_read | perms::owner_exec | perms::group_read |
+                                             perms::group_exec | perms::others_read |
+                                             perms::others_exec);
+    std::filesystem::permissions(scratch.path(), perms::group_exec | perms::others_exec,
+                                 std::filesystem::perm_options::add);
+    EXPECT_EXIT(RefusesTheUndeletableFile(locked), ::testing::ExitedWithCode(0), "");
+    std::filesystem::permissions(locked, perms::owner_all);
+    EXPECT_TRUE(std::filesystem::exists(locked / "meas.xlsx"));
   }
 }
 

@@ -90,7 +90,11 @@ void WorkbookStages::ActivateWorksheet(const std::string& name) {
   sheet.Activate();
 }
 
-void WorkbookStages::SaveWorkbook() { RunningApplication().ActiveWorkbook().Save(); }
+void WorkbookStages::SaveWorkbook() {
+  // Everything is read by now; the saved parts take the document's memory.
+  source_.ReleaseDocument();
+  RunningApplication().ActiveWorkbook().Save();
+}
 
 void WorkbookStages::QuitSpreadsheet() {
   if (ApplicationIfRunning() != nullptr) excel_.Excel_Quit(false);

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <string_view>
 
 #include "driver/converter.h"
+#include "testing/instrument_cases.h"
 #include "testing/instrument_generator.h"
 #include "testing/recording_ui.h"
 #include "testing/test_files.h"
@@ -25,6 +27,10 @@ struct RealConversion {
     converter.SetFinishPause(0);
   }
   int32_t Start() { return converter.StartConversion(output.string(), true); }
+  /// Lists the test case called `name`, written into the scratch folder.
+  void AddCase(std::string_view name) {
+    converter.AddFile(testing::WriteInstrumentCase(scratch.path(), name).string());
+  }
   /// The shared application while it runs, else null.
   Application* RunningApplication() {
     const auto& application = stages->excel().application();
@@ -39,16 +45,15 @@ struct RealConversion {
 };
 
 TEST(WorkbookStagesTest, OneFileKeepsTheSpreadsheetTwoQuitIt) {
-  Z4400_REQUIRE_SAMPLES(samples);
   {
     RealConversion one;
-    one.converter.AddFile((samples / "spectrum_dbm_markers.xml").string());
+    one.AddCase("band_scan_markers.xml");
     ASSERT_EQ(one.Start(), 0) << ::testing::PrintToString(one.ui.statuses);
-    EXPECT_TRUE(std::filesystem::exists(one.output / "spectrum_dbm_markers.xlsx"));
+    EXPECT_TRUE(std::filesystem::exists(one.output / "band_scan_markers.xlsx"));
     Application* application = one.RunningApplication();
     ASSERT_NE(application, nullptr) << "one file leaves the spreadsheet running";
     Workbook& workbook = application->ActiveWorkbook();
-    EXPECT_EQ(workbook.Name(), "spectrum_dbm_markers.xlsx");
+    EXPECT_EQ(workbook.Name(), "band_scan_markers.xlsx");
     EXPECT_EQ(workbook.ActiveSheet().Name(), "Report");
     std::vector<std::string> names;
     for (int i = 1; i <= workbook.Sheets().Count(); ++i)
@@ -59,8 +64,8 @@ TEST(WorkbookStagesTest, OneFileKeepsTheSpreadsheetTwoQuitIt) {
   }
   {
     RealConversion two;
-    two.converter.AddFile((samples / "delta_markers.xml").string());
-    two.converter.AddFile((samples / "two_screens_markers.csv").string());
+    two.AddCase("delta_markers.xml");
+    two.AddCase("two_screens_markers.csv");
     ASSERT_EQ(two.Start(), 0);
     EXPECT_EQ(two.RunningApplication(), nullptr) << "two files quit it after each";
     EXPECT_TRUE(std::filesystem::exists(two.output / "delta_markers.xlsx"));
@@ -69,9 +74,8 @@ TEST(WorkbookStagesTest, OneFileKeepsTheSpreadsheetTwoQuitIt) {
 }
 
 TEST(WorkbookStagesTest, RejectedModelLeavesNoWorkbook) {
-  Z4400_REQUIRE_SAMPLES(samples);
   RealConversion run;
-  run.converter.AddFile((samples / "rejected_model.xml").string());
+  run.AddCase("rejected_model.xml");
   EXPECT_NE(run.Start(), 0);
   EXPECT_TRUE(run.ui.program_ended);
   ASSERT_EQ(run.ui.messages.size(), 1u);
@@ -102,16 +106,15 @@ TEST(WorkbookStagesTest, ZeroVerticalScaleIsTheErrorText) {
 }
 
 TEST(WorkbookStagesTest, OldSpreadsheetVersionsWriteXls) {
-  Z4400_REQUIRE_SAMPLES(samples);
   RealConversion eight("8.0");
-  eight.converter.AddFile((samples / "delta_markers.xml").string());
+  eight.AddCase("delta_markers.xml");
   EXPECT_NE(eight.Start(), 0) << "below 9 the file ends through the failure path";
   EXPECT_TRUE(eight.ui.program_ended);
   EXPECT_EQ(eight.ui.messages.at(0).text, "Error occurred.\rExit from the application\r\r");
 
   RealConversion eleven("11.0");
   eleven.ui.save_answers = {""};
-  eleven.converter.AddFile((samples / "delta_markers.xml").string());
+  eleven.AddCase("delta_markers.xml");
   eleven.converter.settings().UseOutputDirectory = 0;
   // With the check box off the save dialog proposes an ".xls" name.
   EXPECT_EQ(eleven.converter.StartConversion("", false), -1);

@@ -16,22 +16,30 @@ test_packages=(
   # Calibri's metrics for LibreOffice: workbooks print as the spreadsheet
   # draws them, so the tests see the column widths a user sees.
   fonts-crosextra-carlito
+  # A locale with a decimal comma (de_DE.UTF-8, made below): numbers in
+  # instrument files must read the same under it.
+  locales
 )
 
 if [[ "${1:-}" == "--test" ]]; then
   packages+=("${test_packages[@]}")
 fi
 
+sudo=()
+if [[ $(id -u) -ne 0 ]]; then sudo=(sudo); fi
+
 missing=()
 for package in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
     missing+=("$package")
 done
-if ((${#missing[@]} == 0)); then
-  exit 0
+if ((${#missing[@]} > 0)); then
+  "${sudo[@]}" apt-get update -q
+  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -q --no-install-recommends \
+    "${missing[@]}"
 fi
 
-sudo=()
-if [[ $(id -u) -ne 0 ]]; then sudo=(sudo); fi
-"${sudo[@]}" apt-get update -q
-DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"
+if [[ "${1:-}" == "--test" ]] && ! locale -a | grep -qix 'de_DE\.utf-\?8'; then
+  echo "de_DE.UTF-8 UTF-8" | "${sudo[@]}" tee -a /etc/locale.gen >/dev/null
+  "${sudo[@]}" locale-gen
+fi

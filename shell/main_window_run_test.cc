@@ -1,4 +1,4 @@
-// Runs of the main window over the real conversion stages and the sample
+// Runs of the main window over the real conversion stages and the example
 // instrument files.
 #include <gtest/gtest.h>
 
@@ -22,15 +22,14 @@ namespace {
 using testing::DropFiles;
 using testing::WindowFixture;
 
-constexpr const char* kFirstSample = "spectrum_dbm_markers.xml";
-constexpr const char* kSecondSample = "two_screens_markers.csv";
+constexpr const char* kFirstExample = "band_scan_markers.xml";
+constexpr const char* kSecondExample = "log_x_axis.csv";
 
 using SourceFolder = testing::DotFreeFolder;
 
-/// A sample copied into `sources`.
-std::string CopiedSample(const std::filesystem::path& samples, const SourceFolder& sources,
-                         const char* name) {
-  return sources.Copy(samples / name);
+/// An example copied into `sources`.
+std::string CopiedExample(const SourceFolder& sources, const char* name) {
+  return sources.Copy(testing::Example(name));
 }
 
 /// Where the save dialog proposes the workbook of `source`: the dialog
@@ -137,11 +136,10 @@ TEST(MainWindowRunTest, StartUpTakesItsStepsInOrder) {
 }
 
 TEST(MainWindowRunTest, CommandLineFilesAreConvertedAtOnceAndTheListEndsEmpty) {
-  Z4400_REQUIRE_SAMPLES(samples);
   WindowFixture fixture;
   SourceFolder sources;
-  const std::string first = CopiedSample(samples, sources, kFirstSample);
-  const std::string second = CopiedSample(samples, sources, kSecondSample);
+  const std::string first = CopiedExample(sources, kFirstExample);
+  const std::string second = CopiedExample(sources, kSecondExample);
   std::vector<ControlsSeen> seen;
   fixture.dialogs.during_save_dialog = [&] {
     seen.push_back(
@@ -180,7 +178,6 @@ TEST(MainWindowRunTest, CommandLineFilesAreConvertedAtOnceAndTheListEndsEmpty) {
 }
 
 TEST(MainWindowRunTest, StartConvertsIntoTheFolderAndOpensASingleWorkbook) {
-  Z4400_REQUIRE_SAMPLES(samples);
   WindowFixture fixture;
   SourceFolder sources;
   fixture.window->StartUp({});
@@ -190,12 +187,12 @@ TEST(MainWindowRunTest, StartConvertsIntoTheFolderAndOpensASingleWorkbook) {
   folder->setText(QString::fromStdString(out.string()));
   auto* check = fixture.Find<QCheckBox>("Check1");
   if (!check->isChecked()) testing::ClickCheckBox(check);
-  const std::string source = CopiedSample(samples, sources, kFirstSample);
+  const std::string source = CopiedExample(sources, kFirstExample);
   DropFiles(fixture.window.get(), {source});
 
   QTest::mouseClick(fixture.Button("Command1"), Qt::LeftButton);
 
-  const std::string workbook = (out / "spectrum_dbm_markers.xlsx").string();
+  const std::string workbook = (out / "band_scan_markers.xlsx").string();
   EXPECT_TRUE(fixture.dialogs.ui.save_dialogs.empty());
   EXPECT_TRUE(std::filesystem::exists(workbook));
   EXPECT_EQ(fixture.dialogs.opened_workbooks, std::vector<std::string>{workbook});
@@ -204,11 +201,10 @@ TEST(MainWindowRunTest, StartConvertsIntoTheFolderAndOpensASingleWorkbook) {
 }
 
 TEST(MainWindowRunTest, ClosingDuringARunStopsItAndEndsTheProgram) {
-  Z4400_REQUIRE_SAMPLES(samples);
   WindowFixture fixture;
   SourceFolder sources;
-  const std::string first = CopiedSample(samples, sources, kFirstSample);
-  const std::string second = CopiedSample(samples, sources, kSecondSample);
+  const std::string first = CopiedExample(sources, kFirstExample);
+  const std::string second = CopiedExample(sources, kSecondExample);
   QSignalSpy ending(fixture.window.get(), &Form1::ProgramEnding);
   fixture.dialogs.during_save_dialog = [&] {
     fixture.window->close();

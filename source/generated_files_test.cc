@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "source/source_test_util.h"
+#include "testing/instrument_cases.h"
 #include "testing/instrument_generator.h"
 #include "testing/test_files.h"
 
@@ -124,53 +125,18 @@ TEST(GeneratedFilesTest, TheSeedDecidesTheContent) {
 }
 
 TEST(GeneratedFilesTest, ExamplesAreTheGeneratorsOutput) {
-  // The commands of examples/README.md, as generator options.
-  struct Example {
-    const char* name;
-    GeneratorOptions options;
-    bool lf;
-  };
-  auto options = [](uint64_t seed, const char* model, const char* title, int points, int markers,
-                    std::vector<ScreenKind> screens) {
-    GeneratorOptions o;
-    o.seed = seed;
-    o.model = model;
-    o.title = title;
-    o.points = points;
-    o.traces = 2;
-    o.markers = markers;
-    o.screens = std::move(screens);
-    return o;
-  };
-  using K = ScreenKind;
-  GeneratorOptions delta = options(15, "Z4410", "Linear levels with delta markers", 251, 3,
-                                   {K::kLinearWatts, K::kLinearVolts});
-  delta.delta = true;
-  delta.gaps = {5, 120};
-  const Example examples[] = {
-      {"band_scan_markers.xml", options(11, "Z4420", "ISM band scan", 401, 4, {K::kSpectrum}),
-       false},
-      {"mixed_screens.xml",
-       options(12, "Z4430", "Burst timing", 301, 2, {K::kSpectrum, K::kZeroSpan, K::kFreqTime}),
-       false},
-      {"log_x_axis.csv",
-       options(13, "Z4520", "Conducted emission sweep", 301, 2, {K::kLogX, K::kLogXNegative}),
-       true},
-      {"digital_functions.csv",
-       options(14, "Z4510", "Demodulation views", 201, 2,
-               {K::kIqTime, K::kPhaseTime, K::kPartialFft}),
-       false},
-      {"linear_delta_gaps.xml", delta, false},
-  };
-  for (const Example& example : examples) {
-    const std::filesystem::path path = ::z4400::testing::SourceDir() / "examples" / example.name;
+  // The test cases marked as examples are made with the commands of
+  // examples/README.md.
+  int examples = 0;
+  for (const testing::InstrumentCase& example : testing::InstrumentCases()) {
+    if (!example.example) continue;
+    ++examples;
+    const std::filesystem::path path = testing::SourceDir() / "examples" / example.name;
     std::ifstream in(path, std::ios::binary);
     ASSERT_TRUE(in) << path;
     std::ostringstream bytes;
     bytes << in.rdbuf();
-    const GeneratedFile file = GenerateInstrumentFile(example.options);
-    const bool xml = path.extension() == ".xml";
-    const std::string expected = xml ? InstrumentXml(file) : InstrumentCsv(file, example.lf);
+    const std::string expected = testing::InstrumentCaseText(example);
     const std::string actual = bytes.str();
     const auto mismatch =
         std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
@@ -178,8 +144,18 @@ TEST(GeneratedFilesTest, ExamplesAreTheGeneratorsOutput) {
         << example.name << " differs from the generator's output at byte "
         << (mismatch.first - actual.begin()) << " (sizes " << actual.size() << " and "
         << expected.size() << ")";
-    CheckReadsBack(file, path.string(), bytes.str(), xml);
+    CheckReadsBack(GenerateInstrumentFile(example.options), path.string(), actual,
+                   path.extension() == ".xml");
   }
+  // And every instrument file of examples/ is one of them.
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(testing::SourceDir() / "examples")) {
+    const std::string name = entry.path().filename().string();
+    if (entry.path().extension() != ".xml" && entry.path().extension() != ".csv") continue;
+    ++files;
+    EXPECT_TRUE(testing::InstrumentCaseNamed(name).example) << name;
+  }
+  EXPECT_EQ(files, examples);
 }
 
 }  // namespace

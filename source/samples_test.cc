@@ -1,7 +1,7 @@
-// Reads every instrument sample through the SourceReader and checks what it
-// returns against the file itself, parsed here independently (a plain walk
-// over the XML elements, a plain split of the CSV lines) and interpreted
-// with the reading rules stated in the test.
+// Reads every made-up instrument file of the test cases through the
+// SourceReader and checks what it returns against the file itself, parsed
+// here independently (a plain walk over the XML elements, a plain split of
+// the CSV lines) and interpreted with the reading rules stated in the test.
 #include <gtest/gtest.h>
 
 #include <charconv>
@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <optional>
 #include <pugixml.hpp>
 #include <sstream>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "source/source_reader.h"
+#include "testing/instrument_cases.h"
 #include "testing/test_files.h"
 
 namespace z4400 {
@@ -283,59 +285,63 @@ void CheckFile(SourceReader& reader, const ExpectedFile& file, const std::string
 }
 
 TEST(SamplesTest, EveryAcceptedSampleReadsAsTheFileStates) {
-  Z4400_REQUIRE_SAMPLES(samples);
+  testing::ScratchDir scratch;
   int checked = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(samples)) {
-    const std::string name = entry.path().filename().string();
-    const std::string ext = entry.path().extension().string();
-    if ((ext != ".xml" && ext != ".csv") || name == "rejected_model.xml") continue;
-    const std::string text = ReadFile(entry.path());
+  for (const testing::InstrumentCase& sample : testing::InstrumentCases()) {
+    if (!sample.converts) continue;
+    const std::filesystem::path path = testing::WriteInstrumentCase(scratch.path(), sample.name);
     SourceReader reader;
-    ASSERT_EQ(reader.OpenSource(entry.path().string()), 0) << name;
-    CheckFile(reader, ext == ".xml" ? ParseXml(text) : ParseCsv(text), name);
+    ASSERT_EQ(reader.OpenSource(path.string()), 0) << sample.name;
+    const std::string text = ReadFile(path);
+    CheckFile(reader, path.extension() == ".xml" ? ParseXml(text) : ParseCsv(text), sample.name);
     ++checked;
   }
   EXPECT_GE(checked, 8);
 }
 
 TEST(SamplesTest, RejectedModelIsNotConverted) {
-  Z4400_REQUIRE_SAMPLES(samples);
+  testing::ScratchDir scratch;
+  const std::filesystem::path path =
+      testing::WriteInstrumentCase(scratch.path(), "rejected_model.xml");
   SourceReader reader;
-  ASSERT_EQ(reader.OpenSource((samples / "rejected_model.xml").string()), 0);
+  ASSERT_EQ(reader.OpenSource(path.string()), 0);
   GeneralInfo info;
   EXPECT_EQ(reader.ReadGeneralInfo(info), 1);
   EXPECT_EQ(reader.ErrorText(), "Not MQD data.");
   EXPECT_EQ(info.Model, "Z4450");
-  EXPECT_EQ(info.SourcePath, (samples / "rejected_model.xml").string());
+  EXPECT_EQ(info.SourcePath, path.string());
   EXPECT_TRUE(info.Title.empty());
 }
 
 TEST(SamplesTest, NotesOfTheSamples) {
-  Z4400_REQUIRE_SAMPLES(samples);
+  testing::ScratchDir scratch;
   auto open = [&](const char* name, GeneralInfo& info) {
     auto reader = std::make_unique<SourceReader>();
-    EXPECT_EQ(reader->OpenSource((samples / name).string()), 0);
+    EXPECT_EQ(reader->OpenSource(testing::WriteInstrumentCase(scratch.path(), name).string()), 0);
     EXPECT_EQ(reader->ReadGeneralInfo(info), 0);
     return reader;
   };
   {
-    SCOPED_TRACE("gap_in_trace.xml: missing items read -200");
+    SCOPED_TRACE("linear_delta_gaps.xml: missing items read -200");
     GeneralInfo info;
-    auto reader = open("gap_in_trace.xml", info);
+    auto reader = open("linear_delta_gaps.xml", info);
     ScreenInfo screen;
-    ASSERT_EQ(reader->ReadScreenConfig(0, screen), 0);
-    ASSERT_EQ(reader->ScreenTraceCount(0), 2);
-    const TraceData a = reader->ReadTraceY(0, 0);
-    const TraceData b = reader->ReadTraceY(0, 1);
-    for (const size_t i : {5, 6, 120}) EXPECT_EQ(a.Values[i], -200) << i;
+    ASSERT_EQ(reader->ReadScreenConfig(1, screen), 0);
+    ASSERT_EQ(reader->ScreenTraceCount(1), 2);
+    const TraceData a = reader->ReadTraceY(1, 0);
+    const TraceData b = reader->ReadTraceY(1, 1);
+    for (const size_t i : {5, 120}) {
+      EXPECT_EQ(a.Values[i], -200) << i;
+      EXPECT_NE(b.Values[i], -200) << "trace B has point " << i;
+    }
     EXPECT_NE(a.Values[4], -200);
-    EXPECT_EQ(b.Values[199], -200);
-    EXPECT_EQ(screen.LevelUnit, "dBpW");
+    EXPECT_NE(a.Values[6], -200);
+    EXPECT_EQ(screen.LevelUnit, "Volts");
   }
   {
-    SCOPED_TRACE("three_screens_mixed.xml: zero span and Freq-Time");
+    SCOPED_TRACE("mixed_screens.xml: zero span and Freq-Time");
     GeneralInfo info;
-    auto reader = open("three_screens_mixed.xml", info);
+    auto reader = open("mixed_screens.xml", info);
     ScreenInfo screen;
     ASSERT_EQ(reader->ReadScreenConfig(1, screen), 0);
     EXPECT_EQ(screen.Span, 0);
@@ -372,9 +378,9 @@ TEST(SamplesTest, NotesOfTheSamples) {
     EXPECT_EQ(log_x_in_use, 0);  // only set with the log-X option off
   }
   {
-    SCOPED_TRACE("linear_watts_volts.xml: linear scales");
+    SCOPED_TRACE("linear_delta_gaps.xml: linear scales");
     GeneralInfo info;
-    auto reader = open("linear_watts_volts.xml", info);
+    auto reader = open("linear_delta_gaps.xml", info);
     ScreenInfo screen;
     ASSERT_EQ(reader->ReadScreenConfig(0, screen), 0);
     EXPECT_EQ(screen.LevelUnit, "Watts");
@@ -387,6 +393,29 @@ TEST(SamplesTest, NotesOfTheSamples) {
     EXPECT_EQ(screen.LevelUnitCode, 6);
     EXPECT_EQ(screen.DualChannelImpedance, 75);
     EXPECT_NEAR(screen.ScaledReferenceLevel, 0.5, 1e-6);  // volts through dBm and back
+  }
+  {
+    SCOPED_TRACE("power_phase_no_markers.xml: Power-Time and Phase-Freq, no marker");
+    GeneralInfo info;
+    auto reader = open("power_phase_no_markers.xml", info);
+    ScreenInfo screen;
+    ASSERT_EQ(reader->ReadScreenConfig(0, screen), 0);
+    EXPECT_EQ(screen.LevelUnit, "dBm");
+    EXPECT_EQ(screen.LevelUnitCode, 9);
+    EXPECT_EQ(screen.VerticalScale, 10);
+    EXPECT_EQ(reader->XAxisData(0).Values.back(), 577);  // microseconds
+    ASSERT_EQ(reader->ReadScreenConfig(1, screen), 0);
+    EXPECT_EQ(screen.LevelUnit, "deg");
+    EXPECT_EQ(screen.LevelUnitCode, 12);
+    EXPECT_EQ(screen.VerticalScale, 45);
+    // A frequency axis: from the start to the stop frequency, in Hz.
+    EXPECT_EQ(reader->XAxisData(1).Values.front(), 2397500000);
+    EXPECT_EQ(reader->XAxisData(1).Values.back(), 2402500000);
+    for (const int s : {0, 1}) {
+      const MarkersInfo markers = reader->ReadMarkers(s);
+      EXPECT_EQ(markers.DeltaMode, 0) << s;
+      EXPECT_EQ(markers.MarkerCount, 0) << s;
+    }
   }
 }
 

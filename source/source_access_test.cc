@@ -64,7 +64,8 @@ TEST(OpenSourceTest, OneReaderReadsFileAfterFileOnDisk) {
     return (dir / name).string();
   };
   // A long file, a short one, a broken one: the reader keeps its memory
-  // from file to file, and each file answers for itself alone.
+  // from file to file, and each file answers for itself alone, also after
+  // its document was given back once everything was read.
   const std::string padding(200000, ' ');
   const std::string large =
       write("large.xml", XmlText(padding + XmlParameters({{"TITLE", "first"}, {"TP", "501"}})));
@@ -85,6 +86,8 @@ TEST(OpenSourceTest, OneReaderReadsFileAfterFileOnDisk) {
     ASSERT_EQ(reader.OpenSource(c.path), 0) << c.path;
     EXPECT_EQ(reader.FileParameter("TITLE"), c.title) << c.path;
     EXPECT_EQ(reader.FileParameter("TP"), c.points) << c.path;
+    reader.ReleaseDocument();
+    EXPECT_EQ(reader.FileParameter("TITLE"), "") << c.path;
   }
 }
 

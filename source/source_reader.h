@@ -60,6 +60,10 @@ class SourceReader {
   int16_t OpenSource(const std::string& path);
   /// As OpenSource, with the file's contents given rather than read.
   int16_t OpenSourceBytes(const std::string& path, std::string_view bytes);
+  /// Gives back the memory of the parsed XML document once everything is
+  /// read from it; the file's buffer stays for the next file. Reads after
+  /// it find nothing until the next OpenSource.
+  void ReleaseDocument() { xml_.Release(); }
 
   const std::string& SourcePath() const { return source_path_; }
   /// The last reading error ("ファイルが不正です", "Not MQD data." …).

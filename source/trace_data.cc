@@ -25,14 +25,10 @@ TraceData SourceReader::ReadTraceYXml(int screen, int trace_index) const {
   trace.Unit = table.attribute("Unit").value();
   const int points = current_trace_points_;
   if (points <= 0) return trace;
-  trace.Values.resize(static_cast<size_t>(points));
-  const std::vector<pugi::xml_node> items = XmlSource::PointItems(table, points);
-  for (size_t i = 0; i < items.size(); ++i) {
-    // A point without an item reads as the missing level; the instrument
-    // leaves such gaps when a sweep was interrupted.
-    trace.Values[i] =
-        items[i] ? NumericValue(items[i].attribute("Lvl").value()) : kMissingPointLevel;
-  }
+  // A point without an item reads as the missing level; the instrument
+  // leaves such gaps when a sweep was interrupted.
+  trace.Values.assign(static_cast<size_t>(points), kMissingPointLevel);
+  XmlSource::ReadPointLevels(table, trace.Values);
   trace.ScreenUnit = Summary(screen).LevelUnit;
   trace.Copy = trace.Values;
   return trace;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "common/numeric_text.h"
+
 namespace z4400 {
 namespace {
 
@@ -15,25 +17,24 @@ std::string PairKey(std::string_view first, std::string_view second) {
   return key;
 }
 
-/// The queries of the lookups, compiled once for the whole program.
-struct Queries {
-  pugi::xpath_query root{"//AnalyserData"};
-  pugi::xpath_query file_parameters{"//AnalyserData/Parameter"};
-  pugi::xpath_query screen_parameters{"//AnalyserData/Context/Parameter"};
-  pugi::xpath_query markers{"//AnalyserData/Context/Marker"};
-  pugi::xpath_query trace_tables{"//Trace/Table"};
-  pugi::xpath_query screen_tables{"//Context/Trace/Table"};
-};
-
-const Queries& CompiledQueries() {
-  static const Queries queries;
-  return queries;
+bool Named(const pugi::xml_node& node, const char* name) {
+  return node.type() == pugi::node_element && std::strcmp(node.name(), name) == 0;
 }
 
-pugi::xpath_node_set Select(const pugi::xpath_query& query, const pugi::xml_document& doc) {
-  pugi::xpath_node_set nodes = query.evaluate_node_set(doc);
-  nodes.sort();  // document order, as selectSingleNode and selectNodes see it
-  return nodes;
+/// `node`, whose name is `name`, is an element named `expected`; the first
+/// letter, compared inline, passes over the thousands of points quickly.
+bool IsElement(const pugi::xml_node& node, const char* name, const char* expected) {
+  return name[0] == expected[0] && std::strcmp(name, expected) == 0 &&
+         node.type() == pugi::node_element;
+}
+
+/// The element after `node` in document order, or null at the end.
+pugi::xml_node NextInDocument(pugi::xml_node node) {
+  if (pugi::xml_node child = node.first_child()) return child;
+  for (; node; node = node.parent()) {
+    if (pugi::xml_node sibling = node.next_sibling()) return sibling;
+  }
+  return {};
 }
 
 /// True when `text` is `number` written in decimal without sign, blanks or
@@ -69,12 +70,7 @@ void XmlSource::Load(std::string_view bytes) {
 }
 
 void XmlSource::LoadBuffer() {
-  file_parameters_.clear();
-  screen_parameters_.clear();
-  markers_.clear();
-  screen_tables_.clear();
-  trace_table_count_ = 0;
-  root_ = pugi::xml_node();
+  Release();
   const bool parsed =
       size_ > 0 && static_cast<bool>(document_.load_buffer_inplace(buffer_.get(), size_));
   if (!parsed) {
@@ -84,29 +80,44 @@ void XmlSource::LoadBuffer() {
   BuildIndexes();
 }
 
-void XmlSource::BuildIndexes() {
-  const Queries& queries = CompiledQueries();
-  const pugi::xpath_node_set roots = Select(queries.root, document_);
-  if (!roots.empty()) root_ = roots.first().node();
+void XmlSource::Release() {
+  file_parameters_.clear();
+  screen_parameters_.clear();
+  markers_.clear();
+  screen_tables_.clear();
+  trace_table_count_ = 0;
+  root_ = pugi::xml_node();
+  document_.reset();
+}
 
-  for (const pugi::xpath_node& found : Select(queries.file_parameters, document_)) {
-    const pugi::xml_attribute id = found.node().attribute("Id");
-    if (id) file_parameters_.try_emplace(id.value(), found.node());
-  }
-  for (const pugi::xpath_node& found : Select(queries.screen_parameters, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().attribute("Nb");
-    const pugi::xml_attribute id = found.node().attribute("Id");
-    if (nb && id) screen_parameters_.try_emplace(PairKey(nb.value(), id.value()), found.node());
-  }
-  for (const pugi::xpath_node& found : Select(queries.markers, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().attribute("Nb");
-    const pugi::xml_attribute marker = found.node().attribute("Nb");
-    if (nb && marker) markers_.try_emplace(PairKey(nb.value(), marker.value()), found.node());
-  }
-  trace_table_count_ = static_cast<int>(Select(queries.trace_tables, document_).size());
-  for (const pugi::xpath_node& found : Select(queries.screen_tables, document_)) {
-    const pugi::xml_attribute nb = found.node().parent().parent().attribute("Nb");
-    if (nb) screen_tables_[nb.value()].push_back(found.node());
+// One walk through the document in document order finds what the paths
+// //AnalyserData, //AnalyserData/Parameter, //AnalyserData/Context/Parameter,
+// //AnalyserData/Context/Marker, //Trace/Table and //Context/Trace/Table
+// select; the first of equal keys is kept.
+void XmlSource::BuildIndexes() {
+  for (pugi::xml_node node = document_.first_child(); node; node = NextInDocument(node)) {
+    const char* name = node.name();
+    if (IsElement(node, name, "AnalyserData")) {
+      if (!root_) root_ = node;
+    } else if (IsElement(node, name, "Parameter") && Named(node.parent(), "AnalyserData")) {
+      const pugi::xml_attribute id = node.attribute("Id");
+      if (id) file_parameters_.try_emplace(id.value(), node);
+    } else if (IsElement(node, name, "Parameter") || IsElement(node, name, "Marker")) {
+      const pugi::xml_node parent = node.parent();
+      if (!Named(parent, "Context") || !Named(parent.parent(), "AnalyserData")) continue;
+      const bool is_marker = name[0] == 'M';
+      const pugi::xml_attribute nb = parent.attribute("Nb");
+      const pugi::xml_attribute key = node.attribute(is_marker ? "Nb" : "Id");
+      if (!nb || !key) continue;
+      (is_marker ? markers_ : screen_parameters_)
+          .try_emplace(PairKey(nb.value(), key.value()), node);
+    } else if (IsElement(node, name, "Table") && Named(node.parent(), "Trace")) {
+      ++trace_table_count_;
+      const pugi::xml_node context = node.parent().parent();
+      if (!Named(context, "Context")) continue;
+      const pugi::xml_attribute nb = context.attribute("Nb");
+      if (nb) screen_tables_[nb.value()].push_back(node);
+    }
   }
 }
 
@@ -131,17 +142,16 @@ const std::vector<pugi::xml_node>& XmlSource::ScreenTables(std::string_view nb) 
   return it == screen_tables_.end() ? kNone : it->second;
 }
 
-std::vector<pugi::xml_node> XmlSource::PointItems(pugi::xml_node table, int points) {
-  std::vector<pugi::xml_node> items(points > 0 ? static_cast<size_t>(points) : 0);
-  if (items.empty()) return items;
+void XmlSource::ReadPointLevels(pugi::xml_node table, std::span<double> levels) {
+  const auto points = static_cast<int>(levels.size());
+  std::vector<bool> seen(levels.size());
   for (pugi::xml_node item = table.child("Item"); item; item = item.next_sibling("Item")) {
-    const pugi::xml_attribute point = item.attribute("Point");
     int number = 0;
-    if (point && ParsePointNumber(point.value(), points, number) && !items[number]) {
-      items[number] = item;
+    if (ParsePointNumber(item.attribute("Point").value(), points, number) && !seen[number]) {
+      seen[number] = true;
+      levels[number] = NumericValue(item.attribute("Lvl").value());
     }
   }
-  return items;
 }
 
 pugi::xml_node XmlSource::ChildParameter(pugi::xml_node element, std::string_view id) {

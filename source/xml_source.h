@@ -31,6 +31,9 @@ class XmlSource {
   std::span<char> Buffer(std::size_t size);
   /// Parses the bytes of `Buffer` as `Load` does.
   void LoadBuffer();
+  /// Drops the document and its lookups and gives back their memory (the
+  /// buffer stays for the next document); every lookup then finds nothing.
+  void Release();
 
   /// "//AnalyserData": the first such element, or null.
   pugi::xml_node Root() const { return root_; }
@@ -45,9 +48,11 @@ class XmlSource {
   /// "//Context[@Nb=nb]/Trace/Table" in document order.
   const std::vector<pugi::xml_node>& ScreenTables(std::string_view nb) const;
 
-  /// For each point 0 .. points − 1 of `table`, the first "Item" child whose
-  /// "Point" attribute is that number written in decimal, or null.
-  static std::vector<pugi::xml_node> PointItems(pugi::xml_node table, int points);
+  /// For each point k of `table` (0 ≤ k < `levels.size()`), the number in
+  /// the "Lvl" attribute of the first "Item" child whose "Point" attribute
+  /// is k written in decimal, read by `NumericValue`; points without such
+  /// an item keep their level.
+  static void ReadPointLevels(pugi::xml_node table, std::span<double> levels);
   /// "Parameter[@Id=id]" under `element`, or null.
   static pugi::xml_node ChildParameter(pugi::xml_node element, std::string_view id);
 

@@ -22,12 +22,15 @@ std::optional<std::filesystem::path> DirFromEnvironment(const char* variable,
 
 }  // namespace
 
-std::optional<std::filesystem::path> SamplesDir() {
-  return DirFromEnvironment("Z4400_SAMPLES_DIR", Z4400_DEFAULT_SAMPLES_DIR);
-}
-
 std::optional<std::filesystem::path> OoxmlDir() {
   return DirFromEnvironment("Z4400_OOXML_DIR", Z4400_DEFAULT_OOXML_DIR);
+}
+
+std::string OoxmlDirMissing() {
+  const char* value = std::getenv("Z4400_OOXML_DIR");
+  const std::string looked = value != nullptr && *value != '\0' ? value : Z4400_DEFAULT_OOXML_DIR;
+  return "needs the OOXML schemas and spreadsheet-made workbooks, not found at " + looked +
+         " (../shared/ooxml beside the source tree, or Z4400_OOXML_DIR)";
 }
 
 std::filesystem::path SourceDir() {

@@ -1,5 +1,5 @@
-// Where the tests find the instrument samples, the OOXML reference material
-// and a scratch folder of their own.
+// Where the tests find the OOXML reference material, the source tree and a
+// scratch folder of their own.
 #ifndef Z4400_TESTING_TEST_FILES_H_
 #define Z4400_TESTING_TEST_FILES_H_
 
@@ -9,11 +9,14 @@
 
 namespace z4400::testing {
 
-/// Folder of the instrument sample files, when this checkout has it.
-std::optional<std::filesystem::path> SamplesDir();
-
 /// Folder of the OOXML schemas and spreadsheet-made workbooks, when present.
+/// Only the schema validation and the comparisons with spreadsheet-made
+/// workbooks need it; every other test runs from the source tree alone.
 std::optional<std::filesystem::path> OoxmlDir();
+
+/// What a test that needs OoxmlDir() says when it skips without it: what it
+/// needs and where it looked.
+std::string OoxmlDirMissing();
 
 /// Root of the source tree (for examples/ and other committed files).
 std::filesystem::path SourceDir();
@@ -34,13 +37,5 @@ class ScratchDir {
 };
 
 }  // namespace z4400::testing
-
-/// Skips the current test when the samples folder is missing; otherwise
-/// declares `samples` as its path.
-#define Z4400_REQUIRE_SAMPLES(samples)                                                             \
-  const auto samples##_opt = ::z4400::testing::SamplesDir();                                       \
-  if (!samples##_opt) GTEST_SKIP() << "instrument samples not available";                          \
-  const std::filesystem::path& samples /* NOLINT(bugprone-macro-parentheses): the name declared */ \
-      = *samples##_opt
 
 #endif  // Z4400_TESTING_TEST_FILES_H_

@@ -132,14 +132,7 @@ int Series::Index() const {
 ValueArray Series::Read(const std::optional<SeriesSource>& source) const {
   if (!source) return ValueArray();
   if (!source->IsReference()) return ValueArray(source->literal);
-  const Sheet* sheet = chart_->Parent().FindSheet(source->sheet);
-  if (sheet == nullptr || sheet->Type() != SheetType::kWorksheet) {
-    throw RuntimeFailure("The series refers to a missing sheet: " + source->sheet);
-  }
-  if (CellCount(source->area) > kMaxSeriesCells) {
-    throw RuntimeFailure("The series refers to too many cells");
-  }
-  const auto& worksheet = static_cast<const Worksheet&>(*sheet);
+  const Worksheet& worksheet = SourceSheet(*source);
   std::vector<CellValue> values;
   values.reserve(static_cast<std::size_t>(CellCount(source->area)));
   for (int row = source->area.first_row; row <= source->area.last_row; ++row) {
@@ -148,6 +141,17 @@ ValueArray Series::Read(const std::optional<SeriesSource>& source) const {
     }
   }
   return ValueArray(std::move(values));
+}
+
+const Worksheet& Series::SourceSheet(const SeriesSource& source) const {
+  const Sheet* sheet = chart_->Parent().FindSheet(source.sheet);
+  if (sheet == nullptr || sheet->Type() != SheetType::kWorksheet) {
+    throw RuntimeFailure("The series refers to a missing sheet: " + source.sheet);
+  }
+  if (CellCount(source.area) > kMaxSeriesCells) {
+    throw RuntimeFailure("The series refers to too many cells");
+  }
+  return static_cast<const Worksheet&>(*sheet);
 }
 
 ValueArray Series::XValues() const { return Read(x_values_); }

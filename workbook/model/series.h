@@ -21,6 +21,7 @@ namespace z4400 {
 class CellRange;
 class Chart;
 class Series;
+class Worksheet;
 
 /// Where a series takes X values or values from: a cell area of a named
 /// worksheet (a reference: the chart follows the cells), or literal values
@@ -134,6 +135,10 @@ class Series {
   void SetValues(const CellRange& range);
   void SetValues(std::vector<CellValue> literal);
   const std::optional<SeriesSource>& ValuesSource() const { return values_; }
+
+  /// The worksheet whose cells reference `source` (of this series) reads.
+  /// Throws `RuntimeFailure` as `XValues` does.
+  const Worksheet& SourceSheet(const SeriesSource& source) const;
 
   /// Number of points: the number of values (cells of the value range).
   int PointCount() const;

@@ -92,7 +92,7 @@ TEST(ZipReaderTest, ReadsSpreadsheetMadeFiles) {
   const auto ooxml = testing::OoxmlDir();
   // The one archive here that another program made: what a spreadsheet
   // application writes must read, whatever our own writer does.
-  if (!ooxml) GTEST_SKIP() << "the spreadsheet-made workbooks (../shared/ooxml) are not available";
+  if (!ooxml) GTEST_SKIP() << testing::OoxmlDirMissing();
   const auto path = *ooxml / "excel-made" / "simple01.xlsx";
   std::string error;
   auto reader = ZipReader::Open(path, &error);

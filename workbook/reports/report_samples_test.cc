@@ -1,6 +1,6 @@
-// The instrument samples read by the source reader and written by the
-// report writers in the driver's order, checked against what the samples'
-// notes say the workbook shows.
+// The made-up instrument files of the test cases read by the source reader
+// and written by the report writers in the driver's order, checked against
+// what each file's settings make the workbook show.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -8,6 +8,7 @@
 #include <string>
 
 #include "source/source_reader.h"
+#include "testing/instrument_cases.h"
 #include "testing/test_files.h"
 #include "workbook/reports/general_info_sheet.h"
 #include "workbook/reports/markers_details_sheet.h"
@@ -82,6 +83,18 @@ std::unique_ptr<Converted> Convert(const std::filesystem::path& path) {
   return c;
 }
 
+/// One test case written into a scratch folder and converted.
+class Case {
+ public:
+  explicit Case(std::string_view name)
+      : converted_(Convert(testing::WriteInstrumentCase(scratch_.path(), name))) {}
+  Converted* operator->() const { return converted_.get(); }
+
+ private:
+  testing::ScratchDir scratch_;
+  std::unique_ptr<Converted> converted_;
+};
+
 /// The row of the configuration block of `screen` labelled `label`.
 int RowOf(Worksheet& sheet, int screen, std::string_view label) {
   const int first = 9 + 17 * screen;
@@ -111,43 +124,46 @@ void ExpectRow(Worksheet& sheet, int screen, std::string_view label, double valu
   EXPECT_EQ(shown.unit, unit) << label << " of screen " << screen + 1;
 }
 
-TEST(ReportSamplesTest, SpectrumDbmMarkers) {
-  Z4400_REQUIRE_SAMPLES(samples);
-  const auto c = Convert(samples / "spectrum_dbm_markers.xml");
+TEST(ReportSamplesTest, BandScanMarkers) {
+  const Case c("band_scan_markers.xml");
   for (const std::string_view name : {kReportSheet, kRawDataSheet}) {
     Worksheet& sheet = SheetOf(c->excel, name);
-    EXPECT_EQ(sheet.Range("B2").Value(), CellValue("spectrum_dbm_markers.xml"));
-    EXPECT_EQ(sheet.Range("B4").Value(), CellValue(c->general.Model));
-    ExpectRow(sheet, 0, "Center frequency", 2.4, "GHz");
-    ExpectRow(sheet, 0, "Span", 100, "MHz");
-    ExpectRow(sheet, 0, "Start frequency", 2.35, "GHz");
-    ExpectRow(sheet, 0, "Stop frequency", 2.45, "GHz");
-    ExpectRow(sheet, 0, "RBW", 100, "kHz");
-    ExpectRow(sheet, 0, "Reference level", 0, "dBm");
+    EXPECT_EQ(sheet.Range("B2").Value(), CellValue("band_scan_markers.xml"));
+    EXPECT_EQ(sheet.Range("B4").Value(), CellValue("Z4420"));
+    ExpectRow(sheet, 0, "Center frequency", 900, "MHz");
+    ExpectRow(sheet, 0, "Span", 50, "MHz");
+    ExpectRow(sheet, 0, "Start frequency", 875, "MHz");
+    ExpectRow(sheet, 0, "Stop frequency", 925, "MHz");
+    ExpectRow(sheet, 0, "RBW", 50, "kHz");
+    // An exact power of a thousand shows in the unit below it.
+    ExpectRow(sheet, 0, "Frequency offset", 1000, "kHz");
+    ExpectRow(sheet, 0, "Reference level", 60, "dBmV");
+    ExpectRow(sheet, 0, "Reference offset", 3, "dB");
     ExpectRow(sheet, 0, "Scale", 10, "dB/div");
   }
-  EXPECT_EQ(c->units[0].XUnit, "GHz");
+  EXPECT_EQ(c->units[0].XUnit, "MHz");
   Worksheet& raw = SheetOf(c->excel, kRawDataSheet);
-  EXPECT_EQ(raw.Range("E11").Value(), CellValue("X raw GHz"));
-  EXPECT_NEAR(raw.Range("F12").Value().Number(), 2.35, 1e-12);
-  EXPECT_NEAR(raw.Cells(12 + 400, 6).Value().Number(), 2.45, 1e-12);
-  EXPECT_EQ(raw.Range("I11").Value(), CellValue("Y(A) raw dBm"));
-  EXPECT_EQ(raw.Range("M11").Value(), CellValue("Y(B) raw dBm"));
+  EXPECT_EQ(raw.Range("E11").Value(), CellValue("X raw MHz"));
+  EXPECT_NEAR(raw.Range("F12").Value().Number(), 875, 1e-9);
+  EXPECT_NEAR(raw.Cells(12 + 400, 6).Value().Number(), 925, 1e-9);
+  EXPECT_EQ(raw.Range("I11").Value(), CellValue("Y(A) raw dBmV"));
+  EXPECT_EQ(raw.Range("M11").Value(), CellValue("Y(B) raw dBmV"));
 
-  // Markers 1 to 4 on trace A, at the X of their points, in GHz.
+  // Markers 1 to 4 on traces A, B, A, B, at the X of their points, in MHz.
   Worksheet& details = SheetOf(c->excel, kMarkersDetailsSheet);
   const MarkersInfo& markers = c->markers[0];
   for (int k = 0; k < 4; ++k) {
     const int row = 5 + k;
     EXPECT_EQ(details.Cells(row, 1).Value(), CellValue(k + 1));
-    EXPECT_EQ(details.Cells(row, 2).Value(), CellValue("A"));
+    EXPECT_EQ(details.Cells(row, 2).Value(), CellValue(k % 2 == 0 ? "A" : "B"));
     const MarkerRecord& m = markers.Markers[static_cast<size_t>(k)];
-    EXPECT_NEAR(details.Cells(row, 3).Value().Number(), m.PosX / 1e9, 1e-12);
-    EXPECT_EQ(details.Cells(row, 4).Value(), CellValue("GHz"));
+    EXPECT_NEAR(details.Cells(row, 3).Value().Number(), m.PosX / 1e6, 1e-9);
+    EXPECT_EQ(details.Cells(row, 4).Value(), CellValue("MHz"));
     EXPECT_DOUBLE_EQ(details.Cells(row, 5).Value().Number(), m.PosY);
     // The marker sits on its point: the X column of "Raw Data" shows the
-    // same value on the point's row.
-    EXPECT_NEAR(raw.Cells(12 + m.PointIndex, 6).Value().Number(), m.PosX / 1e9, 1e-9);
+    // same value on the point's row, and its trace's block the same level.
+    EXPECT_NEAR(raw.Cells(12 + m.PointIndex, 6).Value().Number(), m.PosX / 1e6, 1e-9);
+    EXPECT_DOUBLE_EQ(raw.Cells(12 + m.PointIndex, 9 + 4 * (k % 2)).Value().Number(), m.PosY);
   }
   EXPECT_TRUE(details.Cells(9, 1).Value().IsEmpty());
   Worksheet& report = SheetOf(c->excel, kReportSheet);
@@ -155,9 +171,8 @@ TEST(ReportSamplesTest, SpectrumDbmMarkers) {
   EXPECT_EQ(report.Range("J11").Value(), CellValue(1));
 }
 
-TEST(ReportSamplesTest, ThreeScreensMixed) {
-  Z4400_REQUIRE_SAMPLES(samples);
-  const auto c = Convert(samples / "three_screens_mixed.xml");
+TEST(ReportSamplesTest, MixedScreens) {
+  const Case c("mixed_screens.xml");
   Worksheet& report = SheetOf(c->excel, kReportSheet);
   // Screen 2: zero span over 4615 us.
   ExpectRow(report, 1, "Span", 4.615, "msec");
@@ -169,39 +184,41 @@ TEST(ReportSamplesTest, ThreeScreensMixed) {
   EXPECT_EQ(report.Cells(RowOf(report, 2, "Meas. Function"), 2).Value(), CellValue("Freq-Time"));
   ExpectRow(report, 2, "Stop time", 577, "usec");
 
-  // Blocks on "Raw Data" start at rows 9, 516 and 1023.
+  // 301 points: blocks on "Raw Data" start at rows 9, 316 and 623.
   Worksheet& raw = SheetOf(c->excel, kRawDataSheet);
   const int points = c->general.TracePoints;
-  for (const int top : {9, 516, 1023}) {
+  ASSERT_EQ(points, 301);
+  for (const int top : {9, 316, 623}) {
     EXPECT_EQ(raw.Cells(top, 5).Value(), CellValue("Screen ")) << top;
   }
   // Zero span: header "X raw sec", values in msec up to the sweep time.
-  EXPECT_EQ(raw.Cells(518, 5).Value(), CellValue("X raw sec"));
-  EXPECT_NEAR(raw.Cells(519 + points - 1, 6).Value().Number(), 4.615, 1e-9);
+  EXPECT_EQ(raw.Cells(318, 5).Value(), CellValue("X raw sec"));
+  EXPECT_NEAR(raw.Cells(319 + points - 1, 6).Value().Number(), 4.615, 1e-9);
   // Freq-Time: X in usec, up to the stop time; the second table is trace B.
-  EXPECT_EQ(raw.Cells(1025, 5).Value(), CellValue("X raw usec"));
-  EXPECT_NEAR(raw.Cells(1026 + points - 1, 6).Value().Number(), c->reader.Digital(2).StopTime,
-              1e-9);
-  EXPECT_EQ(raw.Cells(1025, 13).Value(), CellValue("Y(B) raw kHz"));
+  EXPECT_EQ(raw.Cells(625, 5).Value(), CellValue("X raw usec"));
+  EXPECT_NEAR(raw.Cells(626 + points - 1, 6).Value().Number(), 577, 1e-9);
+  EXPECT_EQ(raw.Cells(625, 13).Value(), CellValue("Y(B) raw kHz"));
   // Its levels (Hz) are shown in kHz in the first column.
-  const double level_hz = raw.Cells(1026, 14).Value().Number();
-  EXPECT_NEAR(raw.Cells(1026, 13).Value().Number(), level_hz / 1000,
+  const double level_hz = raw.Cells(626, 14).Value().Number();
+  EXPECT_NEAR(raw.Cells(626, 13).Value().Number(), level_hz / 1000,
               1e-9 * std::max(1.0, std::abs(level_hz)));
 
-  // Two markers on screen 1, none on the others; lists do not overlap.
+  // Two markers on every screen; the lists follow each other.
   Worksheet& details = SheetOf(c->excel, kMarkersDetailsSheet);
-  EXPECT_EQ(details.Range("A3").Value(), CellValue("Marker List Screen"));
-  EXPECT_EQ(details.Range("A6").Value(), CellValue(2));
-  EXPECT_TRUE(details.Range("A7").Value().IsEmpty());
-  EXPECT_EQ(details.Range("A8").Value(), CellValue("Marker List Screen"));
-  EXPECT_EQ(details.Range("B8").Value(), CellValue(2));
-  EXPECT_EQ(details.Range("A11").Value(), CellValue("Marker List Screen"));
-  EXPECT_EQ(details.Range("B11").Value(), CellValue(3));
+  for (const int screen : {1, 2, 3}) {
+    const int header = 3 + 5 * (screen - 1);
+    EXPECT_EQ(details.Cells(header, 1).Value(), CellValue("Marker List Screen")) << screen;
+    EXPECT_EQ(details.Cells(header, 2).Value(), CellValue(screen));
+    EXPECT_EQ(details.Cells(header + 3, 1).Value(), CellValue(2)) << screen;
+    EXPECT_TRUE(details.Cells(header + 4, 1).Value().IsEmpty()) << screen;
+  }
+  // Zero-span markers in msec, Freq-Time markers in usec.
+  EXPECT_EQ(details.Cells(10, 4).Value(), CellValue("msec"));
+  EXPECT_EQ(details.Cells(15, 4).Value(), CellValue("usec"));
 }
 
 TEST(ReportSamplesTest, LinearWattsVolts) {
-  Z4400_REQUIRE_SAMPLES(samples);
-  const auto c = Convert(samples / "linear_watts_volts.xml");
+  const Case c("linear_delta_gaps.xml");
   Worksheet& report = SheetOf(c->excel, kReportSheet);
   ExpectRow(report, 0, "Reference level", 10, "mW");
   ExpectRow(report, 0, "Scale", 1, "mW/div");
@@ -224,8 +241,7 @@ TEST(ReportSamplesTest, LinearWattsVolts) {
 }
 
 TEST(ReportSamplesTest, DigitalFunctions) {
-  Z4400_REQUIRE_SAMPLES(samples);
-  const auto c = Convert(samples / "digital_functions.csv");
+  const Case c("digital_functions.csv");
   Worksheet& report = SheetOf(c->excel, kReportSheet);
   ExpectRow(report, 0, "Scale", 100, "mV/div");
   EXPECT_EQ(c->units[0].VerticalUnit, "mV");
@@ -235,7 +251,7 @@ TEST(ReportSamplesTest, DigitalFunctions) {
   const struct {
     int screen;
     const char* x_unit;
-  } kScreens[] = {{0, "usec"}, {1, "msec"}, {2, "GHz"}};
+  } kScreens[] = {{0, "usec"}, {1, "msec"}, {2, "MHz"}};
   for (const auto& s : kScreens) {
     EXPECT_EQ(raw.Cells((points + 6) * s.screen + 11, 5).Value(),
               CellValue(std::string("X raw ") + s.x_unit))
@@ -244,65 +260,91 @@ TEST(ReportSamplesTest, DigitalFunctions) {
   // IQ-Time levels in mV: volts ÷ 0.001.
   const double volts = raw.Cells(12, 10).Value().Number();
   EXPECT_NEAR(raw.Cells(12, 9).Value().Number(), volts * 1000, 1e-9);
-  // PartialFFT X from the start to the stop frequency, in GHz.
-  const ScreenSummary& fft = c->reader.Summary(2);
-  EXPECT_NEAR(raw.Cells((points + 6) * 2 + 12, 6).Value().Number(), fft.StartFrequency / 1e9, 1e-9);
-  // IQ markers: positions in usec, levels in mV.
+  // PartialFFT X from the start to the stop frequency (890 to 910 MHz).
+  const int fft_top = (points + 6) * 2 + 12;
+  EXPECT_NEAR(raw.Cells(fft_top, 6).Value().Number(), 890, 1e-9);
+  EXPECT_NEAR(raw.Cells(fft_top + points - 1, 6).Value().Number(), 910, 1e-9);
+  // IQ markers: positions in usec, levels in mV (the file's 109 us and
+  // 0.18996 V).
   Worksheet& details = SheetOf(c->excel, kMarkersDetailsSheet);
   EXPECT_EQ(details.Range("D5").Value(), CellValue("usec"));
-  EXPECT_NEAR(details.Range("C5").Value().Number(), 102.5, 1e-9);
+  EXPECT_NEAR(details.Range("C5").Value().Number(), 109, 1e-9);
   EXPECT_EQ(details.Range("F5").Value(), CellValue("mV"));
-  EXPECT_NEAR(details.Range("E5").Value().Number(), 161.68, 1e-9);
+  EXPECT_NEAR(details.Range("E5").Value().Number(), 189.96, 1e-9);
 }
 
 TEST(ReportSamplesTest, LogXAxis) {
-  Z4400_REQUIRE_SAMPLES(samples);
-  const auto c = Convert(samples / "log_x_axis.csv");
-  ASSERT_EQ(c->general.TracePoints, 501);
-  // Screen 2 starts at −10 MHz: its series start at the first point that
-  // reaches the 1000 Hz threshold, row 570 instead of 519.
-  EXPECT_EQ(c->log_x_first_row[1], 570);
+  const Case c("log_x_axis.csv");
+  ASSERT_EQ(c->general.TracePoints, 301);
+  // Screen 2 runs from −10 to 90 MHz: its series start at the first point
+  // that reaches the 1000 Hz threshold, point 31 (row 350), instead of
+  // the block's first row 319.
+  EXPECT_EQ(c->log_x_first_row[1], 350);
   EXPECT_EQ(c->log_x_first_row[0], 0);
   EXPECT_EQ(c->scales[1].LogX, -1);
   Worksheet& raw = SheetOf(c->excel, kRawDataSheet);
-  EXPECT_GE(raw.Cells(570, 6).Value().Number() * c->units[1].XFactor, 1000);
-  EXPECT_LT(raw.Cells(569, 6).Value().Number() * c->units[1].XFactor, 1000);
+  EXPECT_GE(raw.Cells(350, 6).Value().Number() * c->units[1].XFactor, 1000);
+  EXPECT_LT(raw.Cells(349, 6).Value().Number() * c->units[1].XFactor, 1000);
 }
 
 TEST(ReportSamplesTest, TwoScreensMarkersAndGaps) {
-  Z4400_REQUIRE_SAMPLES(samples);
   {
-    const auto c = Convert(samples / "two_screens_markers.csv");
+    const Case c("two_screens_markers.csv");
     Worksheet& report = SheetOf(c->excel, kReportSheet);
     EXPECT_EQ(ShownRow(report, 0, "Reference level").unit, "dBuV");
     EXPECT_EQ(ShownRow(report, 1, "Reference level").unit, "dBmV");
     ExpectRow(report, 1, "Reference offset", 3, "dB");
-    // Screen 1 lists markers on traces A, B, A.
+    // Screen 1 lists markers on traces A, B, C.
     Worksheet& details = SheetOf(c->excel, kMarkersDetailsSheet);
     EXPECT_EQ(details.Range("B5").Value(), CellValue("A"));
     EXPECT_EQ(details.Range("B6").Value(), CellValue("B"));
-    EXPECT_EQ(details.Range("B7").Value(), CellValue("A"));
+    EXPECT_EQ(details.Range("B7").Value(), CellValue("C"));
     EXPECT_EQ(details.Range("A9").Value(), CellValue("Marker List Screen"));
     EXPECT_EQ(details.Range("A11").Value(), CellValue(1));
-    EXPECT_EQ(details.Range("A12").Value(), CellValue(2));
+    EXPECT_EQ(details.Range("A13").Value(), CellValue(3));
+    EXPECT_EQ(details.Range("B13").Value(), CellValue("A"));
     EXPECT_EQ(details.Range("F11").Value(), CellValue("dBmV"));
   }
   {
-    const auto c = Convert(samples / "gap_in_trace.xml");
+    const Case c("linear_delta_gaps.xml");
     Worksheet& raw = SheetOf(c->excel, kRawDataSheet);
-    for (const int point : {5, 6, 120}) {
-      EXPECT_EQ(raw.Cells(12 + point, 9).Value(), CellValue(-200.0)) << point;
+    const int points = c->general.TracePoints;
+    for (int s = 0; s < 2; ++s) {
+      const int first = (points + 6) * s + 12;
+      for (const int point : {5, 120}) {
+        EXPECT_EQ(raw.Cells(first + point, 10).Value(), CellValue(-200.0)) << s << " " << point;
+        EXPECT_NE(raw.Cells(first + point, 14).Value(), CellValue(-200.0)) << "trace B";
+      }
+      EXPECT_NE(raw.Cells(first + 4, 10).Value(), CellValue(-200.0));
     }
-    EXPECT_EQ(raw.Cells(12 + 199, 13).Value(), CellValue(-200.0));
-    EXPECT_NE(raw.Cells(12 + 4, 9).Value(), CellValue(-200.0));
   }
   {
     // Delta markers: the reference (marker 3) gets its own row.
-    const auto c = Convert(samples / "delta_markers.xml");
+    const Case c("delta_markers.xml");
     Worksheet& details = SheetOf(c->excel, kMarkersDetailsSheet);
     EXPECT_EQ(details.Range("A8").Value(), CellValue("Reference"));
     EXPECT_EQ(details.Range("C8").Value(), details.Range("C7").Value());
   }
+}
+
+TEST(ReportSamplesTest, PowerAndPhaseWithoutMarkers) {
+  const Case c("power_phase_no_markers.xml");
+  Worksheet& report = SheetOf(c->excel, kReportSheet);
+  EXPECT_EQ(report.Cells(RowOf(report, 0, "Meas. Function"), 2).Value(), CellValue("Power-Time"));
+  ExpectRow(report, 0, "Scale", 10, "dBm/div");
+  EXPECT_EQ(report.Cells(RowOf(report, 1, "Meas. Function"), 2).Value(), CellValue("Phase-Freq"));
+  ExpectRow(report, 1, "Scale", 45, "deg/div");
+  Worksheet& raw = SheetOf(c->excel, kRawDataSheet);
+  const int points = c->general.TracePoints;
+  EXPECT_EQ(raw.Cells(11, 5).Value(), CellValue("X raw usec"));
+  EXPECT_EQ(raw.Cells(points + 6 + 11, 5).Value(), CellValue("X raw GHz"));
+  // A list without markers is its heading, its column titles and a gap.
+  Worksheet& details = SheetOf(c->excel, kMarkersDetailsSheet);
+  EXPECT_EQ(details.Range("A3").Value(), CellValue("Marker List Screen"));
+  EXPECT_TRUE(details.Range("A5").Value().IsEmpty());
+  EXPECT_EQ(details.Range("A6").Value(), CellValue("Marker List Screen"));
+  EXPECT_EQ(details.Range("B6").Value(), CellValue(2));
+  EXPECT_TRUE(details.Range("A8").Value().IsEmpty());
 }
 
 }  // namespace

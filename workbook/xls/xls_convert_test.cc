@@ -7,6 +7,9 @@
 #include <iterator>
 
 #include "testing/test_files.h"
+#include "workbook/model/application.h"
+#include "workbook/model/workbook.h"
+#include "workbook/xlsx/xlsx_writer.h"
 
 namespace z4400 {
 namespace {
@@ -80,16 +83,22 @@ TEST(ConvertXlsxToXlsTest, LibreOfficeMakesABinaryWorkbook) {
   if (std::system("command -v soffice >/dev/null 2>&1") != 0) {
     GTEST_SKIP() << "LibreOffice not installed";
   }
-  const auto ooxml = testing::OoxmlDir();
-  if (!ooxml) GTEST_SKIP() << "OOXML reference files not available";
   testing::ScratchDir scratch;
-  const auto target = scratch / "simple01.xls";
+  Application application;
+  Workbook book(&application, "Book1");
+  book.AppendWorksheet("Levels").StoreValue(1, 1, -42.5);
+  const auto xlsx = scratch / "made.xlsx";
   std::string error;
-  ASSERT_TRUE(ConvertXlsxToXls(*ooxml / "excel-made" / "simple01.xlsx", target, &error)) << error;
+  ASSERT_TRUE(SaveXlsx(book, xlsx, &error)) << error;
+  // The binary workbook may be named unlike the .xlsx it is made from.
+  const auto target = scratch / "renamed.xls";
+  ASSERT_TRUE(ConvertXlsxToXls(xlsx, target, &error)) << error;
   // An .xls is a compound document: it starts with the OLE2 signature.
   const std::string bytes = ReadAll(target);
   ASSERT_GE(bytes.size(), 512u);
   EXPECT_EQ(bytes.substr(0, 8), "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
+  EXPECT_NE(bytes.find("Levels"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(scratch / "made.xls"));
 }
 
 }  // namespace

@@ -1,17 +1,26 @@
 // The texts of the numbers of one saved workbook, each number formatted
 // once: the chart caches hold the same values as the cells they are read
 // from, and a trace holds many equal levels.
+//
+// Texts are also remembered by cell: a chart cache reads the cells of a
+// sheet in column order, the sheet part writes them in row order, and a
+// lookup by value jumps around a table too large for the processor's cache
+// either way.
 #ifndef Z4400_WORKBOOK_XLSX_NUMBER_TEXTS_H_
 #define Z4400_WORKBOOK_XLSX_NUMBER_TEXTS_H_
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace z4400 {
 
-/// Formats numbers as `FormatNumber` does, remembering each text.
+class Worksheet;
+
+/// Formats numbers as `FormatNumber` does, remembering the texts of the
+/// first 8,192 distinct numbers and of every cell.
 class NumberTexts {
  public:
   NumberTexts();
@@ -20,8 +29,10 @@ class NumberTexts {
   /// valid until the next call.
   std::string_view Text(double value);
 
-  /// Distinct numbers formatted so far.
-  std::size_t size() const { return count_; }
+  /// The text of the number `value` stored in cell (`row`, `column`) of
+  /// `sheet` (both from 1), as `Text(value)`; the cell must hold `value`
+  /// for the whole save. Valid until the next call.
+  std::string_view CellText(const Worksheet& sheet, int row, int column, double value);
 
  private:
   struct Slot {
@@ -30,12 +41,25 @@ class NumberTexts {
     std::uint8_t length = 0;   // 0: empty slot
   };
 
-  void Grow();
+  std::string_view TextOf(const Slot& slot) const {
+    return std::string_view(texts_).substr(slot.offset, slot.length);
+  }
 
-  std::vector<Slot> slots_;  // open addressing, 2^slot_bits_ of them
-  int slot_bits_;
-  std::string texts_;  // every text, one after the other
+  // A text remembered for a cell: its offset into texts_ shifted past its
+  // length; 0 before the cell's first lookup.
+  using CellRef = std::uint32_t;
+  static constexpr int kLengthBits = 5;
+  // Each column's refs indexed by row.
+  using SheetRefs = std::vector<std::vector<CellRef>>;
+
+  SheetRefs& RefsOf(const Worksheet& sheet);
+
+  std::vector<Slot> slots_;  // open addressing, never more than half full
+  std::string texts_;        // every text, one after the other
   std::size_t count_ = 0;
+  Slot last_;  // the number looked up last
+  std::vector<std::pair<const Worksheet*, SheetRefs>> sheets_;
+  std::size_t last_sheet_ = 0;  // index into sheets_ of the sheet looked up last
 };
 
 }  // namespace z4400

@@ -2,15 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 #include <random>
-#include <set>
 #include <string>
 #include <vector>
 
+#include "workbook/model/application.h"
+#include "workbook/model/workbook.h"
 #include "workbook/xlsx/xml_writer.h"
 
 namespace z4400 {
@@ -36,8 +35,8 @@ TEST(NumberTextsTest, GivesTheTextOfFormatNumberForEveryValueSeenOnceOrAgain) {
                                 std::numeric_limits<double>::infinity(),
                                 -std::numeric_limits<double>::infinity(),
                                 std::numeric_limits<double>::quiet_NaN()};
-  // Enough distinct levels to grow the table several times, each seen twice
-  // (a cell and a chart cache) in an order that mixes old and new values.
+  // More distinct levels than the table remembers, each seen twice (a cell
+  // and a chart cache) in an order that mixes old and new values.
   std::mt19937 random(4400);
   std::uniform_int_distribution<int> level(-12000, 12000);
   for (int i = 0; i < 20000; ++i) values.push_back(level(random) / 100.0);
@@ -49,9 +48,48 @@ TEST(NumberTextsTest, GivesTheTextOfFormatNumberForEveryValueSeenOnceOrAgain) {
     EXPECT_EQ(first[i], Formatted(values[i])) << i;
     EXPECT_EQ(texts.Text(values[i]), first[i]) << i;
   }
-  std::set<std::uint64_t> distinct;
-  for (double value : values) distinct.insert(std::bit_cast<std::uint64_t>(value));
-  EXPECT_EQ(texts.size(), distinct.size());
+}
+
+// A chart cache reads a sheet's cells column by column after (or before)
+// the sheet part wrote them row by row; each cell of each sheet keeps its
+// own text, also where two sheets hold different numbers in the same place.
+TEST(NumberTextsTest, RemembersTheTextOfEachCellOfEachSheet) {
+  Application app;
+  Workbook& book = app.Workbooks().Add();
+  Worksheet& first = book.Worksheets()(1);
+  Worksheet& second = book.Worksheets().Add();
+  std::mt19937 random(4401);
+  std::uniform_real_distribution<double> level(-150, 30);
+  constexpr int kRows = 1200;
+  constexpr int kColumns = 6;
+  const auto value_at = [](const Worksheet& sheet, int row, int column) {
+    return sheet.ValueAt(row, column).Number();
+  };
+  for (Worksheet* sheet : {&first, &second}) {
+    for (int row = 1; row <= kRows; ++row) {
+      for (int column = 1; column <= kColumns; ++column) {
+        sheet->StoreValue(row, column, CellValue(level(random)));
+      }
+    }
+  }
+  NumberTexts texts;
+  for (const Worksheet* sheet : {&first, &second}) {
+    for (int row = 1; row <= kRows; ++row) {
+      for (int column = 1; column <= kColumns; ++column) {
+        const double value = value_at(*sheet, row, column);
+        ASSERT_EQ(texts.CellText(*sheet, row, column, value), Formatted(value)) << row;
+      }
+    }
+  }
+  for (const Worksheet* sheet : {&second, &first}) {
+    for (int column = kColumns; column >= 1; --column) {
+      for (int row = kRows; row >= 1; --row) {
+        const double value = value_at(*sheet, row, column);
+        ASSERT_EQ(texts.CellText(*sheet, row, column, value), Formatted(value))
+            << sheet->Name() << " " << row << " " << column;
+      }
+    }
+  }
 }
 
 }  // namespace

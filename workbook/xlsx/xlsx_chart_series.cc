@@ -6,6 +6,7 @@
 #include <string>
 
 #include "workbook/model/cell_address.h"
+#include "workbook/model/worksheet.h"
 #include "workbook/model/xl_constants.h"
 #include "workbook/xlsx/xlsx_chart_shapes.h"
 
@@ -112,45 +113,68 @@ void WriteDLbls(XmlWriter& xml, const Series& series) {
   xml.EndTag("c:dLbls");
 }
 
-// The cached numbers of a reference or the numbers of a literal: every
-// number or date becomes a point; text, booleans and empty cells leave a
-// gap, as they do on the spreadsheet's chart.
-void WritePoints(XmlWriter& xml, const ValueArray& values, NumberTexts& numbers) {
-  std::string& out = xml.raw();
+void WritePointCount(std::string& out, long long count) {
   out += "<c:formatCode>General</c:formatCode><c:ptCount val=\"";
-  out += std::to_string(values.UBound());
+  out += std::to_string(count);
   out += "\"/>";
   // About 40 bytes a point, so that the part grows once for the whole cache.
-  out.reserve(out.size() + 40 * values.values().size());
+  out.reserve(out.size() + 40 * static_cast<std::size_t>(count));
+}
+
+void WritePoint(std::string& out, int index, std::string_view number) {
   char index_text[16];
+  out += "<c:pt idx=\"";
+  out.append(index_text, std::to_chars(index_text, index_text + sizeof index_text, index).ptr);
+  out += "\"><c:v>";
+  out += number;
+  out += "</c:v></c:pt>";
+}
+
+// Every number or date becomes a point; text, booleans and empty cells
+// leave a gap, as they do on the spreadsheet's chart.
+bool IsPlotted(CellKind kind) { return kind == CellKind::kNumber || kind == CellKind::kDate; }
+
+// The cached numbers of a reference, read from its cells row by row.
+void WriteCellPoints(XmlWriter& xml, const Worksheet& sheet, const CellArea& area,
+                     NumberTexts& numbers) {
+  std::string& out = xml.raw();
+  WritePointCount(out, static_cast<long long>(area.RowCount()) * area.ColumnCount());
+  const CellGrid& grid = sheet.grid();
   int index = 0;
-  for (const CellValue& value : values.values()) {
-    if (value.IsNumber() || value.IsDate()) {
-      out += "<c:pt idx=\"";
-      out.append(index_text, std::to_chars(index_text, index_text + sizeof index_text, index).ptr);
-      out += "\"><c:v>";
-      out += numbers.Text(value.Number());
-      out += "</c:v></c:pt>";
+  for (int row = area.first_row; row <= area.last_row; ++row) {
+    for (int column = area.first_column; column <= area.last_column; ++column, ++index) {
+      const Cell* cell = grid.Find(row, column);
+      if (cell == nullptr || !IsPlotted(cell->kind())) continue;
+      WritePoint(out, index, numbers.CellText(sheet, row, column, cell->number()));
     }
+  }
+}
+
+void WriteLiteralPoints(XmlWriter& xml, const std::vector<CellValue>& values,
+                        NumberTexts& numbers) {
+  std::string& out = xml.raw();
+  WritePointCount(out, static_cast<long long>(values.size()));
+  int index = 0;
+  for (const CellValue& value : values) {
+    if (IsPlotted(value.Kind())) WritePoint(out, index, numbers.Text(value.Number()));
     ++index;
   }
 }
 
-void WriteNumData(XmlWriter& xml, std::string_view element,
-                  const std::optional<SeriesSource>& source, const ValueArray& values,
-                  NumberTexts& numbers) {
+void WriteNumData(XmlWriter& xml, std::string_view element, const Series& series,
+                  const std::optional<SeriesSource>& source, NumberTexts& numbers) {
   if (!source) return;
   xml.StartTag(element);
   if (source->IsReference()) {
     xml.StartTag("c:numRef");
     xml.DataElement("c:f", SheetReference(source->sheet, source->area));
     xml.StartTag("c:numCache");
-    WritePoints(xml, values, numbers);
+    WriteCellPoints(xml, series.SourceSheet(*source), source->area, numbers);
     xml.EndTag("c:numCache");
     xml.EndTag("c:numRef");
   } else {
     xml.StartTag("c:numLit");
-    WritePoints(xml, values, numbers);
+    WriteLiteralPoints(xml, source->literal, numbers);
     xml.EndTag("c:numLit");
   }
   xml.EndTag(element);
@@ -255,10 +279,8 @@ void WriteSer(XmlWriter& xml, const Series& series, int series_index, const Scat
     if (ChangesMarker(point)) WriteDPt(xml, index, point, series_index);
   }
   WriteDLbls(xml, series);
-  const auto& x_source = series.XValuesSource();
-  const auto& y_source = series.ValuesSource();
-  WriteNumData(xml, "c:xVal", x_source, x_source ? series.XValues() : ValueArray(), numbers);
-  WriteNumData(xml, "c:yVal", y_source, y_source ? series.Values() : ValueArray(), numbers);
+  WriteNumData(xml, "c:xVal", series, series.XValuesSource(), numbers);
+  WriteNumData(xml, "c:yVal", series, series.ValuesSource(), numbers);
   if (kind.smooth) xml.EmptyTag("c:smooth", {{"val", 1}});
   xml.EndTag("c:ser");
 }

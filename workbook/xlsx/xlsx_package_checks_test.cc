@@ -182,7 +182,7 @@ PackageMembers ReadPackage(const fs::path& path, std::string* error) {
 }
 
 std::optional<std::string> SchemaValidationUnavailable() {
-  if (!OoxmlDir()) return "the OOXML schemas folder is not available";
+  if (!OoxmlDir()) return OoxmlDirMissing();
   if (std::system("xmllint --version > /dev/null 2>&1") != 0) return "xmllint is not installed";
   return std::nullopt;
 }
@@ -365,7 +365,7 @@ namespace {
 // and damaged copies of them fail.
 TEST(XlsxPackageChecksTest, SpreadsheetMadeFilesPassAndDamagedOnesFail) {
   const auto ooxml = OoxmlDir();
-  if (!ooxml) GTEST_SKIP() << "the OOXML reference folder is not available";
+  if (!ooxml) GTEST_SKIP() << OoxmlDirMissing();
   std::string error;
   PackageMembers members = ReadPackage(*ooxml / "excel-made" / "chart_bar14.xlsx", &error);
   ASSERT_FALSE(members.empty()) << error;

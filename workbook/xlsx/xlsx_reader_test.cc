@@ -37,7 +37,7 @@ class ExcelMadeTest : public ::testing::Test {
 
 TEST_F(ExcelMadeTest, SharedStringAndNumber) {
   // simple01: A1 is shared string 0 ("Hello"), A2 the number 123.
-  if (!Load("simple01")) GTEST_SKIP() << "OOXML reference files not available";
+  if (!Load("simple01")) GTEST_SKIP() << testing::OoxmlDirMissing();
   ASSERT_EQ(book_.sheets().size(), 1u);
   EXPECT_EQ(book_.sheets()[0]->Name(), "Sheet1");
   EXPECT_EQ(Sheet1().ValueAt(1, 1), CellValue("Hello"));
@@ -48,7 +48,7 @@ TEST_F(ExcelMadeTest, SharedStringAndNumber) {
 TEST_F(ExcelMadeTest, BuiltInDateFormatsAndColumnWidth) {
   // simple04: A1 = 0.5 with format id 20 (h:mm), A2 = 41301 with id 14
   // (short date); column A stored 12.7109375 wide, i.e. 12 characters.
-  if (!Load("simple04")) GTEST_SKIP() << "OOXML reference files not available";
+  if (!Load("simple04")) GTEST_SKIP() << testing::OoxmlDirMissing();
   EXPECT_EQ(Sheet1().ValueAt(1, 1), CellValue(DateValue{0.5}));
   EXPECT_EQ(StyleOf(1, 1).number_format, "h:mm");
   EXPECT_EQ(Sheet1().ValueAt(2, 1), CellValue(DateValue{41301}));
@@ -60,7 +60,7 @@ TEST_F(ExcelMadeTest, BuiltInDateFormatsAndColumnWidth) {
 TEST_F(ExcelMadeTest, FontEmphasis) {
   // simple05: "Foo" in A1..A7 with fonts: bold, italic, bold italic,
   // underline, strikeout, superscript, subscript.
-  if (!Load("simple05")) GTEST_SKIP() << "OOXML reference files not available";
+  if (!Load("simple05")) GTEST_SKIP() << testing::OoxmlDirMissing();
   const struct {
     bool bold;
     bool italic;
@@ -77,7 +77,7 @@ TEST_F(ExcelMadeTest, FontEmphasis) {
 TEST_F(ExcelMadeTest, CustomDateFormats) {
   // date_examples01: 41333.5 in A1..A7; A1 General, A2..A7 custom formats
   // 164..169 in order.
-  if (!Load("date_examples01")) GTEST_SKIP() << "OOXML reference files not available";
+  if (!Load("date_examples01")) GTEST_SKIP() << testing::OoxmlDirMissing();
   EXPECT_EQ(Sheet1().ValueAt(1, 1), CellValue(41333.5));
   const char* formats[] = {"dd/mm/yy",         "mm/dd/yy",       "d\\-m\\-yyyy",
                            "dd/mm/yy\\ hh:mm", "d\\ mmm\\ yyyy", "mmm\\ d\\ yyyy\\ hh:mm\\ AM/PM"};
@@ -92,7 +92,7 @@ TEST_F(ExcelMadeTest, CustomDateFormats) {
 TEST_F(ExcelMadeTest, SheetOrderWithChartSheet) {
   // chart_bar14: Sheet1, Sheet2, Sheet3, then the chart sheet Chart1; the
   // relationships list them in another order.
-  if (!Load("chart_bar14")) GTEST_SKIP() << "OOXML reference files not available";
+  if (!Load("chart_bar14")) GTEST_SKIP() << testing::OoxmlDirMissing();
   ASSERT_EQ(book_.sheets().size(), 4u);
   const char* names[] = {"Sheet1", "Sheet2", "Sheet3", "Chart1"};
   for (int i = 0; i < 4; ++i) EXPECT_EQ(book_.sheets()[i]->Name(), names[i]);

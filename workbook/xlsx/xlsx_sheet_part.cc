@@ -218,7 +218,7 @@ void WriteSheetData(XmlWriter& xml, const Worksheet& sheet, const UsedArea& used
             out += " t=\"e\"><v>#NUM!";  // what the spreadsheet shows for it
           } else {
             out += "><v>";
-            out += tables.numbers().Text(cell.number());
+            out += tables.numbers().CellText(sheet, row, column, cell.number());
           }
           break;
       }

@@ -421,7 +421,7 @@ void ExpectSameAsSpreadsheetMade(const std::string& reference, const PackageMemb
 }
 
 TEST(XlsxWriterTest, SameAsSpreadsheetMadeSimpleWorkbook) {
-  if (!testing::OoxmlDir()) GTEST_SKIP() << "the OOXML reference folder is not available";
+  if (!testing::OoxmlDir()) GTEST_SKIP() << testing::OoxmlDirMissing();
   ScratchDir dir;
   Application app;
   Workbook& book = app.Workbooks().Add();
@@ -432,7 +432,7 @@ TEST(XlsxWriterTest, SameAsSpreadsheetMadeSimpleWorkbook) {
 }
 
 TEST(XlsxWriterTest, SameAsSpreadsheetMadeTimesDatesAndWidths) {
-  if (!testing::OoxmlDir()) GTEST_SKIP() << "the OOXML reference folder is not available";
+  if (!testing::OoxmlDir()) GTEST_SKIP() << testing::OoxmlDirMissing();
   ScratchDir dir;
   Application app;
   Workbook& book = app.Workbooks().Add();
@@ -447,7 +447,7 @@ TEST(XlsxWriterTest, SameAsSpreadsheetMadeTimesDatesAndWidths) {
 // The spreadsheet's scatter charts of Sheet1!A1:C5 (X in A, two series in B
 // and C), 480 × 288 pixels at E9, each with one feature of its own.
 TEST(XlsxWriterTest, SameAsSpreadsheetMadeScatterCharts) {
-  if (!testing::OoxmlDir()) GTEST_SKIP() << "the OOXML reference folder is not available";
+  if (!testing::OoxmlDir()) GTEST_SKIP() << testing::OoxmlDirMissing();
   struct Case {
     const char* reference;
     int32_t type;
