@@ -1,11 +1,11 @@
-// The texts of the numbers of one saved workbook, each number formatted
-// once: the chart caches hold the same values as the cells they are read
+// The texts of the numbers of one saved workbook, formatted once and found
+// again: the chart caches hold the same values as the cells they are read
 // from, and a trace holds many equal levels.
 //
-// Texts are also remembered by cell: a chart cache reads the cells of a
-// sheet in column order, the sheet part writes them in row order, and a
-// lookup by value jumps around a table too large for the processor's cache
-// either way.
+// Texts are remembered by cell, so that a chart cache reading a sheet's
+// cells in column order finds what the sheet part wrote in row order (or
+// the other way round) without a lookup by value; the table by value is
+// kept small enough for the processor's cache.
 #ifndef Z4400_WORKBOOK_XLSX_NUMBER_TEXTS_H_
 #define Z4400_WORKBOOK_XLSX_NUMBER_TEXTS_H_
 
