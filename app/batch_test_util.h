@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "app/shell_commands_test_util.h"
 #include "testing/instrument_generator.h"
 
 namespace z4400::testing {
@@ -24,19 +25,6 @@ struct RunResult {
   std::string out;
   std::string err;
 };
-
-inline std::string ReadText(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-inline std::string Quoted(const std::string& text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return quoted + "'";
-}
 
 /// The shell command that runs z4400conv with `arguments` in `cwd`, its
 /// output going to `out` and `err`. A run that hangs is ended after 60 s

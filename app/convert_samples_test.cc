@@ -18,15 +18,13 @@
 #include <string>
 #include <vector>
 
-#include "app/converted_package_test_util.h"
+#include "app/converted_files_test_util.h"
 #include "app/instrument_sample_test_util.h"
 #include "app/shell_commands_test_util.h"
 #include "driver/settings.h"
 #include "testing/instrument_cases.h"
 #include "testing/test_files.h"
-#include "workbook/model/application.h"
 #include "workbook/model/column_letters.h"
-#include "workbook/xlsx/xlsx_reader.h"
 
 namespace z4400 {
 namespace {
@@ -118,16 +116,6 @@ std::string RawDataColumn(const std::string& letter, int first, int end) {
   return reference;
 }
 
-/// One converted sample: its source read as text, its workbook read back.
-struct Converted {
-  InstrumentSample sample;
-  std::filesystem::path workbook;
-  std::unique_ptr<ConvertedPackage> package;
-  std::unique_ptr<Application> application;
-  std::unique_ptr<Workbook> cells;
-  std::string read_error;
-};
-
 /// Every case that converts, converted once for the whole suite.
 class ConvertSamplesTest : public ::testing::Test {
  protected:
@@ -140,23 +128,8 @@ class ConvertSamplesTest : public ::testing::Test {
     std::filesystem::create_directories(sources);
     std::filesystem::create_directories(out);
     const std::vector<std::filesystem::path> paths = testing::WriteConvertedCases(sources);
-    std::string command = Quoted(program) + " --batch --overwrite --settings-dir " +
-                          Quoted(scratch_->path().string()) + " --output-dir " +
-                          Quoted(out.string());
-    for (const std::filesystem::path& path : paths) command += " " + Quoted(path.string());
-    batch_status_ = RunShell(command + " >/dev/null", &batch_err_);
-    converted_ = std::make_unique<std::map<std::string, Converted>>();
-    for (const std::filesystem::path& path : paths) {
-      Converted& c = (*converted_)[path.filename().string()];
-      c.sample = testing::ReadSample(path);
-      c.workbook = out / (path.stem().string() + ".xlsx");
-      c.package = std::make_unique<ConvertedPackage>(c.workbook);
-      c.application = std::make_unique<Application>();
-      c.cells = std::make_unique<Workbook>(c.application.get(), "read back");
-      if (!ReadXlsx(c.workbook, c.cells.get(), &c.read_error) && c.read_error.empty()) {
-        c.read_error = "unreadable";
-      }
-    }
+    converted_ = std::make_unique<testing::ConvertedFiles>(
+        testing::ConvertWithBatch(program, paths, scratch_->path(), out));
   }
   static void TearDownTestSuite() {
     converted_.reset();
@@ -164,23 +137,19 @@ class ConvertSamplesTest : public ::testing::Test {
   }
   void SetUp() override {
     if (std::getenv("Z4400_CONV") == nullptr) GTEST_SKIP() << "Z4400_CONV not set";
-    ASSERT_EQ(batch_status_, 0) << batch_err_;
-    ASSERT_GE(converted_->size(), 8u);
+    ASSERT_EQ(converted_->status, 0) << converted_->errors;
+    ASSERT_GE(converted_->files.size(), 8u);
   }
 
   static std::unique_ptr<testing::ScratchDir> scratch_;
-  static std::unique_ptr<std::map<std::string, Converted>> converted_;
-  static int batch_status_;
-  static std::string batch_err_;
+  static std::unique_ptr<testing::ConvertedFiles> converted_;
 };
 
 std::unique_ptr<testing::ScratchDir> ConvertSamplesTest::scratch_;
-std::unique_ptr<std::map<std::string, Converted>> ConvertSamplesTest::converted_;
-int ConvertSamplesTest::batch_status_ = -1;
-std::string ConvertSamplesTest::batch_err_;
+std::unique_ptr<testing::ConvertedFiles> ConvertSamplesTest::converted_;
 
 TEST_F(ConvertSamplesTest, ResultSheetsAndRawDataLayout) {
-  for (auto& [name, c] : *converted_) {
+  for (auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
     ASSERT_TRUE(c.read_error.empty()) << c.read_error;
     EXPECT_EQ(c.package->SheetNames(),
@@ -232,7 +201,7 @@ TEST_F(ConvertSamplesTest, ResultSheetsAndRawDataLayout) {
 }
 
 TEST_F(ConvertSamplesTest, XValuesAndPlottedLevelsFollowTheSource) {
-  for (auto& [name, c] : *converted_) {
+  for (auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
     ASSERT_TRUE(c.read_error.empty()) << c.read_error;
     Worksheet& raw = c.cells->Worksheets()("Raw Data");
@@ -277,7 +246,7 @@ TEST_F(ConvertSamplesTest, OneChartPerScreenWithItsTracesTitlesAndScales) {
   const std::vector<int32_t> trace_colors = {defaults.TraceAColor, defaults.TraceBColor,
                                              defaults.TraceCColor, defaults.TraceMColor,
                                              defaults.TraceOColor};
-  for (auto& [name, c] : *converted_) {
+  for (auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
     ASSERT_TRUE(c.read_error.empty()) << c.read_error;
     Worksheet& raw = c.cells->Worksheets()("Raw Data");
@@ -457,7 +426,7 @@ MarkedPoints ExpectedMarkers(const SampleScreen& screen, int s) {
 
 TEST_F(ConvertSamplesTest, MarkersAreDrawnOnTheirTracePoints) {
   int drawn = 0;
-  for (auto& [name, c] : *converted_) {
+  for (auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
     const auto charts = c.package->ChartsOf("Report");
     ASSERT_EQ(charts.size(), c.sample.screens.size());
@@ -527,7 +496,7 @@ TEST_F(ConvertSamplesTest, EveryPartValidatesAgainstTheSchemas) {
   const auto ooxml = testing::OoxmlDir();
   if (!ooxml) GTEST_SKIP() << testing::OoxmlDirMissing();
   if (!HaveProgram("xmllint")) GTEST_SKIP() << "xmllint is not installed";
-  for (auto& [name, c] : *converted_) {
+  for (auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
     ASSERT_TRUE(c.package->error().empty()) << c.package->error();
     testing::ScratchDir parts;
@@ -558,11 +527,11 @@ TEST_F(ConvertSamplesTest, LibreOfficeOpensAndDrawsEveryWorkbook) {
   std::string command =
       "timeout 600 soffice -env:UserInstallation=file://" + (pdf.path() / "profile").string() +
       " --headless --norestore --convert-to pdf --outdir " + Quoted(pdf.path().string());
-  for (auto& [name, c] : *converted_) command += " " + Quoted(c.workbook.string());
+  for (auto& [name, c] : converted_->files) command += " " + Quoted(c.workbook.string());
   std::string err;
   ASSERT_EQ(RunShell(command + " >/dev/null", &err), 0) << err;
   const bool can_read_text = HaveProgram("pdftotext");
-  for (auto& [name, c] : *converted_) {
+  for (auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
     const std::filesystem::path file = pdf / (c.workbook.stem().string() + ".pdf");
     ASSERT_TRUE(std::filesystem::exists(file));

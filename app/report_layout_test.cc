@@ -16,23 +16,19 @@
 #include <string>
 #include <vector>
 
-#include "app/converted_package_test_util.h"
+#include "app/converted_files_test_util.h"
 #include "app/instrument_sample_test_util.h"
 #include "app/shell_commands_test_util.h"
 #include "testing/instrument_generator.h"
 #include "testing/test_files.h"
-#include "workbook/model/application.h"
 #include "workbook/model/text_width.h"
 #include "workbook/model/workbook.h"
 #include "workbook/model/worksheet.h"
-#include "workbook/xlsx/xlsx_reader.h"
 
 namespace z4400 {
 namespace {
 
-using testing::ConvertedPackage;
 using testing::HaveProgram;
-using testing::InstrumentSample;
 using testing::Quoted;
 using testing::ReadText;
 using testing::RunShell;
@@ -64,15 +60,6 @@ std::vector<std::filesystem::path> WriteGeneratedFiles(const std::filesystem::pa
   return files;
 }
 
-struct Converted {
-  std::filesystem::path source;
-  InstrumentSample sample;
-  std::unique_ptr<ConvertedPackage> package;
-  std::unique_ptr<Application> application;
-  std::unique_ptr<Workbook> cells;
-  std::string read_error;
-};
-
 /// The examples and the generated files, converted once for the suite.
 class ReportLayoutTest : public ::testing::Test {
  protected:
@@ -88,24 +75,8 @@ class ReportLayoutTest : public ::testing::Test {
       const std::string extension = entry.path().extension().string();
       if (extension == ".xml" || extension == ".csv") sources.push_back(entry.path());
     }
-    std::string command = Quoted(program) + " --batch --overwrite --settings-dir " +
-                          Quoted(scratch_->path().string()) + " --output-dir " +
-                          Quoted(out_.string());
-    for (const auto& source : sources) command += " " + Quoted(source.string());
-    batch_status_ = RunShell(command + " >/dev/null", &batch_err_);
-    converted_ = std::make_unique<std::map<std::string, Converted>>();
-    for (const auto& source : sources) {
-      Converted& c = (*converted_)[source.stem().string()];
-      c.source = source;
-      c.sample = testing::ReadSample(source);
-      const std::filesystem::path book = out_ / (source.stem().string() + ".xlsx");
-      c.package = std::make_unique<ConvertedPackage>(book);
-      c.application = std::make_unique<Application>();
-      c.cells = std::make_unique<Workbook>(c.application.get(), "read back");
-      if (!ReadXlsx(book, c.cells.get(), &c.read_error) && c.read_error.empty()) {
-        c.read_error = "unreadable";
-      }
-    }
+    converted_ = std::make_unique<testing::ConvertedFiles>(
+        testing::ConvertWithBatch(program, sources, scratch_->path(), out_));
   }
   static void TearDownTestSuite() {
     converted_.reset();
@@ -113,22 +84,18 @@ class ReportLayoutTest : public ::testing::Test {
   }
   void SetUp() override {
     if (std::getenv("Z4400_CONV") == nullptr) GTEST_SKIP() << "Z4400_CONV not set";
-    ASSERT_EQ(batch_status_, 0) << batch_err_;
-    ASSERT_EQ(converted_->size(), 9u);
+    ASSERT_EQ(converted_->status, 0) << converted_->errors;
+    ASSERT_EQ(converted_->files.size(), 9u);
   }
 
   static std::unique_ptr<testing::ScratchDir> scratch_;
   static std::filesystem::path out_;
-  static std::unique_ptr<std::map<std::string, Converted>> converted_;
-  static int batch_status_;
-  static std::string batch_err_;
+  static std::unique_ptr<testing::ConvertedFiles> converted_;
 };
 
 std::unique_ptr<testing::ScratchDir> ReportLayoutTest::scratch_;
 std::filesystem::path ReportLayoutTest::out_;
-std::unique_ptr<std::map<std::string, Converted>> ReportLayoutTest::converted_;
-int ReportLayoutTest::batch_status_ = -1;
-std::string ReportLayoutTest::batch_err_;
+std::unique_ptr<testing::ConvertedFiles> ReportLayoutTest::converted_;
 
 /// Checks that every cell of columns `first_column` to `last_column` from
 /// row `first_row` shows whole: a number within its column (else the
@@ -152,7 +119,7 @@ void ExpectCellsShowWhole(const Worksheet& sheet, int first_row, int first_colum
 }
 
 TEST_F(ReportLayoutTest, ConfigurationAndMarkerListCellsShowWhole) {
-  for (auto& [name, c] : *converted_) {
+  for (auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
     ASSERT_TRUE(c.read_error.empty()) << c.read_error;
     const Worksheet& report = c.cells->Worksheets()("Report");
@@ -169,7 +136,7 @@ TEST_F(ReportLayoutTest, ConfigurationAndMarkerListCellsShowWhole) {
 }
 
 TEST_F(ReportLayoutTest, EverySheetHasThePrintLayout) {
-  for (auto& [name, c] : *converted_) {
+  for (auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
     const std::string file_name = c.source.filename().string();
     for (const std::string& sheet : c.package->SheetNames()) {
@@ -201,7 +168,7 @@ struct YScaling {
   double min = NAN, max = NAN, major = NAN;
 };
 
-YScaling YScalingOf(const Converted& c, std::size_t index) {
+YScaling YScalingOf(const testing::ConvertedFile& c, std::size_t index) {
   const auto charts = c.package->ChartsOf("Report");
   if (index >= charts.size()) return {};
   const auto xml = c.package->Xml(charts[index].part);
@@ -230,7 +197,7 @@ double VoltPrefixFactor(double volts) {
 TEST_F(ReportLayoutTest, YAxisIsTheInstrumentScreen) {
   // A linear screen with gaps: from 0 to the reference level in the plotted
   // unit, the -200 of the missing points left outside.
-  const Converted& linear = converted_->at("linear_delta_gaps");
+  const testing::ConvertedFile& linear = converted_->files.at("linear_delta_gaps.xml");
   ASSERT_EQ(linear.sample.screens.size(), 2u);
   for (std::size_t s = 0; s < 2; ++s) {
     SCOPED_TRACE(s);
@@ -246,9 +213,9 @@ TEST_F(ReportLayoutTest, YAxisIsTheInstrumentScreen) {
     EXPECT_NEAR(y.major, top / 10, 1e-9 * top);
   }
   // dB screens with a logarithmic scale: ten divisions below the reference.
-  for (const char* name : {"band_scan_markers", "mixed_screens"}) {
+  for (const char* name : {"band_scan_markers.xml", "mixed_screens.xml"}) {
     SCOPED_TRACE(name);
-    const Converted& c = converted_->at(name);
+    const testing::ConvertedFile& c = converted_->files.at(name);
     const auto& screen = c.sample.screens[0];
     const YScaling y = YScalingOf(c, 0);
     EXPECT_DOUBLE_EQ(y.max, screen.Number("RL"));
@@ -256,7 +223,7 @@ TEST_F(ReportLayoutTest, YAxisIsTheInstrumentScreen) {
     EXPECT_DOUBLE_EQ(y.major, screen.Number("DD"));
   }
   // Digital screens give no usable scale: automatic.
-  const YScaling digital = YScalingOf(converted_->at("digital_functions"), 0);
+  const YScaling digital = YScalingOf(converted_->files.at("digital_functions.csv"), 0);
   EXPECT_TRUE(std::isnan(digital.min));
   EXPECT_TRUE(std::isnan(digital.max));
 }
@@ -308,14 +275,13 @@ TEST_F(ReportLayoutTest, LibreOfficePrintsOneScreenPerReportPage) {
       "timeout 300 soffice --headless --norestore '-env:UserInstallation=file://" +
       (scratch_->path() / "profile").string() + "' --convert-to pdf --outdir " +
       Quoted(pdfs.string());
-  for (const auto& [name, c] : *converted_)
-    command += " " + Quoted((out_ / (name + ".xlsx")).string());
+  for (const auto& [name, c] : converted_->files) command += " " + Quoted(c.workbook.string());
   std::string err;
   ASSERT_EQ(RunShell(command + " >/dev/null", &err), 0) << err;
 
-  for (const auto& [name, c] : *converted_) {
+  for (const auto& [name, c] : converted_->files) {
     SCOPED_TRACE(name);
-    const std::vector<std::string> pages = PdfPages(pdfs / (name + ".pdf"));
+    const std::vector<std::string> pages = PdfPages(pdfs / (c.workbook.stem().string() + ".pdf"));
     ASSERT_FALSE(pages.empty());
     const int screens = static_cast<int>(c.sample.screens.size());
     const std::string file_name = c.source.filename().string();

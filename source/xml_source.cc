@@ -17,10 +17,6 @@ std::string PairKey(std::string_view first, std::string_view second) {
   return key;
 }
 
-bool Named(const pugi::xml_node& node, const char* name) {
-  return node.type() == pugi::node_element && std::strcmp(node.name(), name) == 0;
-}
-
 /// `node`, whose name is `name`, is an element named `expected`; the first
 /// letter, compared inline, passes over the thousands of points quickly.
 bool IsElement(const pugi::xml_node& node, const char* name, const char* expected) {
@@ -28,7 +24,11 @@ bool IsElement(const pugi::xml_node& node, const char* name, const char* expecte
          node.type() == pugi::node_element;
 }
 
-/// The element after `node` in document order, or null at the end.
+bool Named(const pugi::xml_node& node, const char* expected) {
+  return IsElement(node, node.name(), expected);
+}
+
+/// The node after `node` in document order, or null at the end.
 pugi::xml_node NextInDocument(pugi::xml_node node) {
   if (pugi::xml_node child = node.first_child()) return child;
   for (; node; node = node.parent()) {
