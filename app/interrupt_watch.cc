@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <ctime>
 #include <iostream>
 #include <optional>
 
@@ -21,10 +20,11 @@ InterruptWatch::InterruptWatch(std::function<void()> on_interrupt) {
     // group, as `timeout` does): a second signal counts only when it comes
     // this long after the first.
     constexpr auto kSecondSignal = std::chrono::milliseconds(500);
-    const timespec pause{0, 50'000'000};
     std::optional<Clock::time_point> interrupted;
-    while (!done_) {
-      if (sigtimedwait(&signals_, nullptr, &pause) <= 0) continue;
+    for (;;) {
+      const int signal = sigwaitinfo(&signals_, nullptr);
+      if (done_) return;
+      if (signal <= 0) continue;
       if (interrupted) {
         if (Clock::now() - *interrupted < kSecondSignal) continue;
         std::cerr << "\nz4400conv: interrupted again; ending at once\n";
@@ -37,7 +37,10 @@ InterruptWatch::InterruptWatch(std::function<void()> on_interrupt) {
 }
 
 InterruptWatch::~InterruptWatch() {
+  // The thread waits for a signal without a time limit: one sent to it alone
+  // wakes it to see that it is done, so that the program ends at once.
   done_ = true;
+  pthread_kill(thread_.native_handle(), SIGTERM);
   thread_.join();
   pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
 }
