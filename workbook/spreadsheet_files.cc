@@ -8,9 +8,13 @@
 namespace z4400 {
 
 bool SpreadsheetFiles::Save(const Workbook& workbook, const std::filesystem::path& path,
-                            std::string* error) const {
+                            SaveDurability durability, std::string* error) const {
+  // The old format is always saved to the disk: it is rare, and its
+  // conversion costs far more than the wait.
   if (AsciiLower(path.extension().string()) == ".xls") return SaveXls(workbook, path, error);
-  return SaveXlsx(workbook, path, error);
+  XlsxOptions options;
+  options.durability = durability;
+  return SaveXlsx(workbook, path, options, error);
 }
 
 bool SpreadsheetFiles::Read(const std::filesystem::path& path, Workbook* into,

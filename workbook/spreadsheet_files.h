@@ -14,7 +14,7 @@ namespace z4400 {
 /// .xlsx; reads .xlsx.
 class SpreadsheetFiles final : public WorkbookFiles {
  public:
-  bool Save(const Workbook& workbook, const std::filesystem::path& path,
+  bool Save(const Workbook& workbook, const std::filesystem::path& path, SaveDurability durability,
             std::string* error) const override;
   bool Read(const std::filesystem::path& path, Workbook* into, std::string* error) const override;
 };

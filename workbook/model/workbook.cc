@@ -52,7 +52,7 @@ void Workbook::Save() {
     throw RuntimeFailure("Workbook " + name_ + " has never been saved: it has no file yet");
   }
   std::string error;
-  if (!application_->Files().Save(*this, path_, &error)) {
+  if (!application_->Files().Save(*this, path_, SaveDurability::kOnDisk, &error)) {
     throw RuntimeFailure(error);
   }
 }
@@ -60,7 +60,7 @@ void Workbook::Save() {
 void Workbook::SaveAs(const std::filesystem::path& path) {
   const std::filesystem::path target = WorkbookFilePath(path, application_->Version());
   std::string error;
-  if (!application_->Files().Save(*this, target, &error)) {
+  if (!application_->Files().Save(*this, target, SaveDurability::kOnDisk, &error)) {
     throw RuntimeFailure(error);
   }
   SetFile(target);
@@ -74,8 +74,10 @@ void Workbook::SaveAsNew(const std::filesystem::path& path) {
     throw RuntimeFailure("Cannot create " + target.string() + ": " + std::strerror(errno));
   }
   ::close(fd);
+  // This save claims the name; the workbook is saved again when it is
+  // complete, and only that save need outlast a power cut.
   std::string error;
-  if (!application_->Files().Save(*this, target, &error)) {
+  if (!application_->Files().Save(*this, target, SaveDurability::kLeftToTheSystem, &error)) {
     std::error_code ignored;
     std::filesystem::remove(target, ignored);
     throw RuntimeFailure(error);

@@ -75,6 +75,8 @@ class Workbook {
   /// creating the file exclusively, so that a file that appeared since the
   /// caller looked is never replaced. Throws `OutputExists` when the file
   /// exists, `RuntimeFailure` on any other failure (no file is left then).
+  /// The save does not wait for the disk: the workbook is meant to be saved
+  /// again once it is complete.
   void SaveAsNew(const std::filesystem::path& path);
   /// Closes the workbook without saving; it is destroyed.
   void Close();

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <string>
 
+#include "common/save_durability.h"
+
 namespace z4400 {
 
 class Workbook;
@@ -19,10 +21,11 @@ class WorkbookFiles {
   WorkbookFiles& operator=(const WorkbookFiles&) = delete;
 
   /// Writes `workbook` to `path` in the format its extension names. The
-  /// file is replaced atomically. False with `*error` set on failure; an
-  /// existing file at `path` is then left as it was.
+  /// file is replaced atomically; `durability` says whether the save waits
+  /// for the disk. False with `*error` set on failure; an existing file at
+  /// `path` is then left as it was.
   virtual bool Save(const Workbook& workbook, const std::filesystem::path& path,
-                    std::string* error) const = 0;
+                    SaveDurability durability, std::string* error) const = 0;
   /// Appends the sheets of the workbook file at `path` to `into`. False
   /// with `*error` set when the file cannot be read; `into` may then hold
   /// part of it.

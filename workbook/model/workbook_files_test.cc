@@ -18,14 +18,16 @@ namespace z4400 {
 namespace {
 
 // Records every save and read; a read gives one sheet named after the file.
+// A save that does not wait for the disk is recorded as "claim".
 class RecordingFiles final : public WorkbookFiles {
  public:
   mutable std::vector<std::string> calls;
   bool fail = false;
 
-  bool Save(const Workbook& workbook, const std::filesystem::path& path,
+  bool Save(const Workbook& workbook, const std::filesystem::path& path, SaveDurability durability,
             std::string* error) const override {
-    calls.push_back("save " + workbook.Name() + " " + path.filename().string());
+    calls.push_back((durability == SaveDurability::kOnDisk ? "save " : "claim ") + workbook.Name() +
+                    " " + path.filename().string());
     if (fail) {
       *error = "disk full";
       return false;
@@ -106,6 +108,11 @@ TEST(WorkbookFilesTest, SaveAsNewNeverReplacesAFile) {
   EXPECT_TRUE(book.HasFile());
   EXPECT_EQ(Contents(scratch / "free.xlsx"), "saved Book1");
   EXPECT_THROW(book.SaveAsNew(scratch / "free"), OutputExists) << "not even its own file";
+  // The name is claimed without waiting for the disk; the complete
+  // workbook's save waits for it.
+  book.Save();
+  EXPECT_EQ(files->calls,
+            (std::vector<std::string>{"claim Book1 free.xlsx", "save free.xlsx free.xlsx"}));
 
   files->fail = true;
   Workbook& other = application.Workbooks().Add();

@@ -119,7 +119,8 @@ std::filesystem::path TemporarySibling(const std::filesystem::path& target) {
 
 bool WriteAtomically(const std::filesystem::path& target,
                      const std::function<bool(const std::filesystem::path& temporary)>& write,
-                     std::string* error) {
+                     std::string* error, SaveDurability durability) {
+  const bool on_disk = durability == SaveDurability::kOnDisk;
   const std::filesystem::path folder =
       target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
   RemoveStaleTemporaries(folder);
@@ -163,7 +164,7 @@ bool WriteAtomically(const std::filesystem::path& target,
   if (::stat(target.c_str(), &existing) == 0) {
     ::chmod(temporary.c_str(), existing.st_mode & 07777);
   }
-  const bool synced = Sync(temporary, O_RDONLY, &error_number);
+  const bool synced = !on_disk || Sync(temporary, O_RDONLY, &error_number);
   // The rename happens under the lock, so that no save replaces its target
   // once the saves were abandoned.
   std::unique_lock lock(registry.mutex);
@@ -188,7 +189,7 @@ bool WriteAtomically(const std::filesystem::path& target,
   lock.unlock();
   // Make the rename itself durable; a failure here no longer endangers the
   // file, so it is not reported.
-  Sync(folder, O_RDONLY | O_DIRECTORY, &error_number);
+  if (on_disk) Sync(folder, O_RDONLY | O_DIRECTORY, &error_number);
   return true;
 }
 

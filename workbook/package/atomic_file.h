@@ -8,6 +8,8 @@
 #include <functional>
 #include <string>
 
+#include "common/save_durability.h"
+
 namespace z4400 {
 
 /// Writes `target` through a temporary file in the same folder, renamed over
@@ -18,7 +20,8 @@ namespace z4400 {
 /// must overwrite or replace it and close it before returning. The
 /// temporary's name is unique per process and call, so two programs saving
 /// beside each other do not collide. A replaced target keeps its
-/// permissions. The finished temporary is flushed to disk before the rename.
+/// permissions. With `kOnDisk` the finished temporary is flushed to the disk
+/// before the rename, and the rename itself after it.
 /// On failure returns false and, when `error` is not null, sets it to a
 /// message for the user; when `write` itself fails, `error` keeps what the
 /// callback may already have put there, or gets a generic message.
@@ -27,7 +30,7 @@ namespace z4400 {
 /// process which no longer exists left behind (killed during its save).
 bool WriteAtomically(const std::filesystem::path& target,
                      const std::function<bool(const std::filesystem::path& temporary)>& write,
-                     std::string* error);
+                     std::string* error, SaveDurability durability = SaveDurability::kOnDisk);
 
 /// A hidden name beside `target` of the form the saves give their temporary
 /// files (".NAME.PID-RANDOM.tmp"): a later save into the folder removes it

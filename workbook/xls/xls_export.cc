@@ -29,7 +29,11 @@ bool SaveXls(const Workbook& workbook, const std::filesystem::path& path, std::s
     return false;
   }
   const auto xlsx = folder.path() / (path.stem().string() + ".xlsx");
-  if (!SaveXlsx(workbook, xlsx, error)) return false;
+  // A private temporary, gone after the conversion: no need to wait for the
+  // disk.
+  XlsxOptions options;
+  options.durability = SaveDurability::kLeftToTheSystem;
+  if (!SaveXlsx(workbook, xlsx, options, error)) return false;
   return ConvertXlsxToXls(xlsx, path, error, conversion);
 }
 

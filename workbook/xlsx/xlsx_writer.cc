@@ -147,7 +147,7 @@ bool SaveXlsx(const Workbook& workbook, const std::filesystem::path& path,
     if (error != nullptr) *error = zip.error();
     return false;
   };
-  return WriteAtomically(path, write, error);
+  return WriteAtomically(path, write, error, options.durability);
 }
 
 }  // namespace z4400

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "common/save_durability.h"
+
 namespace z4400 {
 
 class Workbook;
@@ -23,6 +25,8 @@ struct XlsxOptions {
   std::string created;
   /// Deflate level of the zip members (see `ZipWriter`).
   int compression_level = 1;
+  /// Whether the save waits for the disk (see `WriteAtomically`).
+  SaveDurability durability = SaveDurability::kOnDisk;
 };
 
 /// Receives each part of the package: its name inside the package and its
