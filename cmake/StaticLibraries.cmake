@@ -1,0 +1,44 @@
+# z4400conv starts once for every file a script converts, so its start-up
+# counts: it takes pugixml, libdeflate and the C++ run-time library into the
+# executable instead of resolving their symbols at every start. Every other
+# program (the window, the tests, the tools) links them as shared libraries.
+#
+# The libraries link through z4400::pugixml and z4400::deflate, which give the
+# static archive to a program marked with z4400_link_statically() and the
+# shared library to the rest.
+option(Z4400_STATIC_LIBRARIES
+       "Link pugixml, libdeflate and the C++ run-time library into z4400conv" ON)
+
+set(z4400_static_program "$<BOOL:$<TARGET_PROPERTY:Z4400_STATIC_LIBRARIES>>")
+if(Z4400_STATIC_LIBRARIES AND NOT Z4400_SANITIZE AND NOT Z4400_FUZZ)
+  find_library(Z4400_PUGIXML_ARCHIVE libpugixml.a REQUIRED)
+  find_library(Z4400_LIBDEFLATE_ARCHIVE libdeflate.a REQUIRED)
+else()
+  set(Z4400_PUGIXML_ARCHIVE pugixml::pugixml)
+  set(Z4400_LIBDEFLATE_ARCHIVE PkgConfig::LIBDEFLATE)
+endif()
+
+add_library(z4400_pugixml INTERFACE)
+target_link_libraries(z4400_pugixml INTERFACE
+  "$<IF:${z4400_static_program},${Z4400_PUGIXML_ARCHIVE},pugixml::pugixml>")
+target_include_directories(z4400_pugixml INTERFACE
+  $<TARGET_PROPERTY:pugixml::pugixml,INTERFACE_INCLUDE_DIRECTORIES>)
+add_library(z4400::pugixml ALIAS z4400_pugixml)
+
+add_library(z4400_deflate INTERFACE)
+target_link_libraries(z4400_deflate INTERFACE
+  "$<IF:${z4400_static_program},${Z4400_LIBDEFLATE_ARCHIVE},PkgConfig::LIBDEFLATE>")
+target_include_directories(z4400_deflate INTERFACE
+  $<TARGET_PROPERTY:PkgConfig::LIBDEFLATE,INTERFACE_INCLUDE_DIRECTORIES>)
+add_library(z4400::deflate ALIAS z4400_deflate)
+
+# z4400_link_statically(TARGET): the program links the static archives and
+# the C++ run-time library (when Z4400_STATIC_LIBRARIES is on and the build
+# has no sanitizers).
+function(z4400_link_statically target)
+  if(NOT Z4400_STATIC_LIBRARIES OR Z4400_SANITIZE OR Z4400_FUZZ)
+    return()
+  endif()
+  set_target_properties(${target} PROPERTIES Z4400_STATIC_LIBRARIES ON)
+  target_link_options(${target} PRIVATE -static-libstdc++ -static-libgcc)
+endfunction()
