@@ -37,10 +37,11 @@ InterruptWatch::InterruptWatch(std::function<void()> on_interrupt) {
 }
 
 InterruptWatch::~InterruptWatch() {
-  // The thread waits for a signal without a time limit: one sent to it alone
-  // wakes it to see that it is done, so that the program ends at once.
+  // The thread waits for a signal without a time limit: a Ctrl-C sent to it
+  // alone (blocked there, so only its wait takes it) wakes it to see that it
+  // is done, so that the program ends at once.
   done_ = true;
-  pthread_kill(thread_.native_handle(), SIGTERM);
+  pthread_kill(thread_.native_handle(), SIGINT);
   thread_.join();
   pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
 }
