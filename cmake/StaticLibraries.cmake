@@ -9,7 +9,6 @@
 option(Z4400_STATIC_LIBRARIES
        "Link pugixml, libdeflate and the C++ run-time library into z4400conv" ON)
 
-set(z4400_static_program "$<BOOL:$<TARGET_PROPERTY:Z4400_STATIC_LIBRARIES>>")
 if(Z4400_STATIC_LIBRARIES AND NOT Z4400_SANITIZE AND NOT Z4400_FUZZ)
   find_library(Z4400_PUGIXML_ARCHIVE libpugixml.a REQUIRED)
   find_library(Z4400_LIBDEFLATE_ARCHIVE libdeflate.a REQUIRED)
@@ -18,19 +17,20 @@ else()
   set(Z4400_LIBDEFLATE_ARCHIVE PkgConfig::LIBDEFLATE)
 endif()
 
-add_library(z4400_pugixml INTERFACE)
-target_link_libraries(z4400_pugixml INTERFACE
-  "$<IF:${z4400_static_program},${Z4400_PUGIXML_ARCHIVE},pugixml::pugixml>")
-target_include_directories(z4400_pugixml INTERFACE
-  $<TARGET_PROPERTY:pugixml::pugixml,INTERFACE_INCLUDE_DIRECTORIES>)
-add_library(z4400::pugixml ALIAS z4400_pugixml)
+# z4400_static_or_shared(NAME ARCHIVE SHARED): the target z4400::NAME, which
+# links ARCHIVE into a program marked with z4400_link_statically() and the
+# imported target SHARED into any other.
+function(z4400_static_or_shared name archive shared)
+  add_library(z4400_${name} INTERFACE)
+  target_link_libraries(z4400_${name} INTERFACE
+    "$<IF:$<BOOL:$<TARGET_PROPERTY:Z4400_STATIC_LIBRARIES>>,${archive},${shared}>")
+  target_include_directories(z4400_${name} INTERFACE
+    $<TARGET_PROPERTY:${shared},INTERFACE_INCLUDE_DIRECTORIES>)
+  add_library(z4400::${name} ALIAS z4400_${name})
+endfunction()
 
-add_library(z4400_deflate INTERFACE)
-target_link_libraries(z4400_deflate INTERFACE
-  "$<IF:${z4400_static_program},${Z4400_LIBDEFLATE_ARCHIVE},PkgConfig::LIBDEFLATE>")
-target_include_directories(z4400_deflate INTERFACE
-  $<TARGET_PROPERTY:PkgConfig::LIBDEFLATE,INTERFACE_INCLUDE_DIRECTORIES>)
-add_library(z4400::deflate ALIAS z4400_deflate)
+z4400_static_or_shared(pugixml ${Z4400_PUGIXML_ARCHIVE} pugixml::pugixml)
+z4400_static_or_shared(deflate ${Z4400_LIBDEFLATE_ARCHIVE} PkgConfig::LIBDEFLATE)
 
 # z4400_link_statically(TARGET): the program links the static archives and
 # the C++ run-time library (when Z4400_STATIC_LIBRARIES is on and the build
