@@ -1,6 +1,7 @@
 // Saving a file so that the user never finds a half-written one under its
 // name: the bytes go to a temporary file beside it, which replaces the
-// target only once it is complete and on disk.
+// target only once it is complete (and, unless the save says otherwise, on
+// disk).
 #ifndef Z4400_WORKBOOK_PACKAGE_ATOMIC_FILE_H_
 #define Z4400_WORKBOOK_PACKAGE_ATOMIC_FILE_H_
 
