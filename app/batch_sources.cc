@@ -1,7 +1,11 @@
 #include "app/batch_sources.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -21,26 +25,54 @@ std::string ExtensionOf(const std::string& path) {
   return std::filesystem::path(path).extension().string();
 }
 
-/// The files of folder `root` to convert, sorted; others of a source's
-/// extension in another case go to `skipped`.
+bool HasSourceExtension(const std::string& path) {
+  const std::string extension = Lowered(ExtensionOf(path));
+  return extension == ".xml" || extension == ".csv";
+}
+
+/// The files of folder `root` to convert, sorted. What the walk leaves out
+/// that the user may have meant goes to `skipped`, with the reason: a
+/// source's extension in another case, a source name that is not a regular
+/// file (a pipe, a device), a folder that cannot be read.
 std::vector<std::filesystem::path> FolderFiles(const std::filesystem::path& root,
                                                const std::string& shown_root,
                                                std::vector<std::string>& skipped) {
   std::vector<std::filesystem::path> files;
+  const auto skip = [&](const std::filesystem::path& path, const std::string& reason) {
+    const std::filesystem::path shown =
+        std::filesystem::path(shown_root) / path.lexically_relative(root);
+    skipped.push_back(shown.string() + ": skipped: " + reason);
+  };
   std::error_code error;
-  const auto options = std::filesystem::directory_options::skip_permission_denied;
-  for (std::filesystem::recursive_directory_iterator entry(root, options, error), end;
-       !error && entry != end; entry.increment(error)) {
+  std::filesystem::recursive_directory_iterator entry(root, error);
+  if (error) {
+    skipped.push_back(shown_root + ": skipped: cannot read the folder: " + error.message());
+    return files;
+  }
+  for (const std::filesystem::recursive_directory_iterator end; !error && entry != end;
+       entry.increment(error)) {
+    const std::filesystem::path& path = entry->path();
     std::error_code kind_error;
-    if (!entry->is_regular_file(kind_error)) continue;
-    const std::string extension = ExtensionOf(entry->path().string());
-    if (extension == ".xml" || extension == ".csv") {
-      files.push_back(entry->path().lexically_relative(root));
-    } else if (Lowered(extension) == ".xml" || Lowered(extension) == ".csv") {
-      const std::filesystem::path shown =
-          std::filesystem::path(shown_root) / entry->path().lexically_relative(root);
-      skipped.push_back(shown.string() + ": skipped: " + ExtensionRefusal(shown.string()));
+    if (entry->is_directory(kind_error)) {
+      // A folder the walk cannot enter would end it: it is named and passed.
+      if (::access(path.c_str(), R_OK | X_OK) != 0) {
+        skip(path, std::string("cannot read the folder: ") + std::strerror(errno));
+        entry.disable_recursion_pending();
+      }
+      continue;
     }
+    if (!HasSourceExtension(path.string())) continue;
+    if (!entry->is_regular_file(kind_error)) {
+      skip(path, "not a regular file");
+    } else if (ExtensionRefusal(path.string()).empty()) {
+      files.push_back(path.lexically_relative(root));
+    } else {
+      skip(path, ExtensionRefusal(path.string()));
+    }
+  }
+  if (error) {
+    skipped.push_back(shown_root +
+                      ": skipped: the rest of the folder, its walk stopped: " + error.message());
   }
   std::sort(files.begin(), files.end());
   return files;

@@ -14,7 +14,9 @@ namespace z4400 {
 /// The list of a batch and what was left out of it.
 struct BatchSources {
   std::vector<BatchEntry> entries;
-  /// Files of a folder left out, each with why ("DIR/a/M.XML: skipped: …").
+  /// What a folder's walk left out, each with why ("DIR/a/M.XML: skipped:
+  /// …"): sources with a wrong-case extension or that are no regular file,
+  /// folders that cannot be read.
   std::vector<std::string> skipped;
 };
 

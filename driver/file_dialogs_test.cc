@@ -1,9 +1,6 @@
 #include "driver/file_dialogs.h"
 
-#include <grp.h>
 #include <gtest/gtest.h>
-#include <pwd.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -111,13 +108,9 @@ TEST(FileDialogsTest, OutputPathWithoutExtension) {
 /// with "Can't be saved.", else 1 with what happened on standard error. Root
 /// deletes anything, so as root the child first becomes the user "nobody".
 [[noreturn]] void RefusesTheUndeletableFile(const std::filesystem::path& locked) {
-  if (::geteuid() == 0) {
-    const passwd* nobody = ::getpwnam("nobody");
-    if (nobody == nullptr || ::setgroups(0, nullptr) != 0 || ::setgid(nobody->pw_gid) != 0 ||
-        ::setuid(nobody->pw_uid) != 0) {
-      std::fprintf(stderr, "cannot become the user nobody\n");
-      std::_Exit(2);
-    }
+  if (!testing::DropRootPrivileges()) {
+    std::fprintf(stderr, "cannot become the user nobody\n");
+    std::_Exit(2);
   }
   Naming n(locked.string());
   n.settings.WarnOnOverwrite = 0;

@@ -1,6 +1,8 @@
 #include "testing/test_files.h"
 
+#include <grp.h>
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -36,6 +38,13 @@ std::string OoxmlDirMissing() {
 std::filesystem::path SourceDir() {
   if (auto dir = DirFromEnvironment("Z4400_SOURCE_DIR", Z4400_DEFAULT_SOURCE_DIR)) return *dir;
   return std::filesystem::current_path();
+}
+
+bool DropRootPrivileges() {
+  if (::geteuid() != 0) return true;
+  const passwd* nobody = ::getpwnam("nobody");
+  return nobody != nullptr && ::setgroups(0, nullptr) == 0 && ::setgid(nobody->pw_gid) == 0 &&
+         ::setuid(nobody->pw_uid) == 0;
 }
 
 ScratchDir::ScratchDir() {

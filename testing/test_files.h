@@ -21,6 +21,10 @@ std::string OoxmlDirMissing();
 /// Root of the source tree (for examples/ and other committed files).
 std::filesystem::path SourceDir();
 
+/// For a child process that checks what permissions refuse (root is refused
+/// nothing): when root, becomes the user "nobody". False when that fails.
+bool DropRootPrivileges();
+
 /// A fresh, empty folder for one test, removed when the object goes away.
 class ScratchDir {
  public:
