@@ -25,6 +25,7 @@ std::string ExtensionOf(const std::string& path) {
   return std::filesystem::path(path).extension().string();
 }
 
+/// ".xml" or ".csv" in any case.
 bool HasSourceExtension(const std::string& path) {
   const std::string extension = Lowered(ExtensionOf(path));
   return extension == ".xml" || extension == ".csv";
@@ -64,10 +65,10 @@ std::vector<std::filesystem::path> FolderFiles(const std::filesystem::path& root
     if (!HasSourceExtension(path.string())) continue;
     if (!entry->is_regular_file(kind_error)) {
       skip(path, "not a regular file");
-    } else if (ExtensionRefusal(path.string()).empty()) {
-      files.push_back(path.lexically_relative(root));
+    } else if (const std::string refusal = ExtensionRefusal(path.string()); !refusal.empty()) {
+      skip(path, refusal);
     } else {
-      skip(path, ExtensionRefusal(path.string()));
+      files.push_back(path.lexically_relative(root));
     }
   }
   if (error) {
@@ -90,9 +91,7 @@ std::string ListedPath(const std::string& argument) {
 std::string ExtensionRefusal(const std::string& path) {
   const std::string extension = ExtensionOf(path);
   if (extension == ".xml" || extension == ".csv") return {};
-  if (Lowered(extension) == ".xml" || Lowered(extension) == ".csv") {
-    return "the extension must be \".xml\" or \".csv\" in lower case";
-  }
+  if (HasSourceExtension(path)) return "the extension must be \".xml\" or \".csv\" in lower case";
   return "not an .xml or .csv file";
 }
 

@@ -9,7 +9,14 @@
 option(Z4400_STATIC_LIBRARIES
        "Link pugixml, libdeflate and the C++ run-time library into z4400conv" ON)
 
+# The sanitizers and the fuzzer need their own run-time libraries shared.
 if(Z4400_STATIC_LIBRARIES AND NOT Z4400_SANITIZE AND NOT Z4400_FUZZ)
+  set(Z4400_LINK_STATICALLY ON)
+else()
+  set(Z4400_LINK_STATICALLY OFF)
+endif()
+
+if(Z4400_LINK_STATICALLY)
   find_library(Z4400_PUGIXML_ARCHIVE libpugixml.a REQUIRED)
   find_library(Z4400_LIBDEFLATE_ARCHIVE libdeflate.a REQUIRED)
 else()
@@ -36,7 +43,7 @@ z4400_static_or_shared(deflate ${Z4400_LIBDEFLATE_ARCHIVE} PkgConfig::LIBDEFLATE
 # the C++ run-time library (when Z4400_STATIC_LIBRARIES is on and the build
 # has no sanitizers).
 function(z4400_link_statically target)
-  if(NOT Z4400_STATIC_LIBRARIES OR Z4400_SANITIZE OR Z4400_FUZZ)
+  if(NOT Z4400_LINK_STATICALLY)
     return()
   endif()
   set_target_properties(${target} PROPERTIES Z4400_STATIC_LIBRARIES ON)
